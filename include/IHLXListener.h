@@ -1,0 +1,84 @@
+#ifndef I_HLX_LISTENER_H
+#define I_HLX_LISTENER_H
+
+#include <HLXMutex.h>
+
+#include <set>
+
+#include "HLXExport.h"
+
+/// The listener registry that every client with events is.
+///
+/// Listeners are held by plain pointer, each at most once, in ascending order of their addresses, which is also the
+/// order of notification. The registry never deletes a listener: keep it alive until it is removed or the client is
+/// released, whichever comes first.
+///
+/// Threads: registration takes no lock. Add and remove listeners on the thread whose main context delivers the events
+/// (the one that called HLX_StartSystemProxy()), or before the start. A callback must not add or remove listeners of
+/// the same client: the registry is being walked at that time.
+///
+/// The order of the virtual functions is part of the binary interface.
+template <class T>
+class HLX_API IHLXListener {
+ public:
+  IHLXListener() = default;
+  IHLXListener(const IHLXListener&) = delete;
+  IHLXListener& operator=(const IHLXListener&) = delete;
+  virtual ~IHLXListener() {}
+
+  /// Registers `listener`; null is ignored, a listener that is already there stays once. Runs OnListenerAdded() for
+  /// every non-null listener, new or not.
+  virtual void AddListener(T* listener) {
+    if (listener == nullptr) return;
+    listeners_.insert(listener);
+    OnListenerAdded(listener);
+  }
+
+  /// Forgets `listener`; null is ignored. Runs OnListenerRemoved() for every non-null listener, known or not.
+  virtual void RemoveListener(T* listener) {
+    if (listener == nullptr) return;
+    listeners_.erase(listener);
+    OnListenerRemoved(listener);
+  }
+
+  /// The live set, not a copy.
+  virtual std::set<T*>& GetListeners() { return listeners_; }
+
+  /// Number of listeners held.
+  virtual unsigned int GetListenerCount() { return static_cast<unsigned int>(listeners_.size()); }
+
+  /// Locks the mutex that is held for the whole of each notification. While you hold it no callback runs; release it
+  /// on the same thread. Locking it twice on one thread, or from a callback, blocks for ever.
+  virtual void LockListener() { mutex_.Lock(); }
+  virtual void UnlockListener() { mutex_.Unlock(); }
+
+  /// Hooks for implementations; empty by default.
+  virtual void OnListenerAdded(T* /*listener*/) {}
+  virtual void OnListenerRemoved(T* /*listener*/) {}
+
+ protected:
+  /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. Nothing is moved from
+  /// `args`: every listener sees the same values. The mutex is released also when a listener throws.
+  template <class... Params, class... Args>
+  void Notify(void (T::*callback)(Params...), Args&&... args) {
+    const Guard guard(mutex_);
+    for (T* listener : listeners_) (listener->*callback)(args...);
+  }
+
+ private:
+  class Guard {
+   public:
+    explicit Guard(HLXMutex& mutex) : mutex_(mutex) { mutex_.Lock(); }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+    ~Guard() { mutex_.Unlock(); }
+
+   private:
+    HLXMutex& mutex_;
+  };
+
+  std::set<T*> listeners_;
+  HLXMutex mutex_;
+};
+
+#endif

@@ -1,0 +1,17 @@
+/// The small functions of the maker's platform, as the library uses them.
+#pragma once
+
+#include <ctime>
+
+/// Runs a shell command and waits for its end. Non-zero means success. `flag` belongs to the maker's interface: the
+/// library passes 1 for commands that change the system and 0 for clean-up.
+int HLX_ExecSystemCmd(const char* command, int flag);
+
+/// Non-zero when this power-up is a cold boot.
+int IsSystemColdBoot();
+
+/// Stores the display's current gamma behind `gamma`.
+void mwapi_gamma_get(unsigned int* gamma);
+
+/// Sets the system clock to `seconds` since 1970-01-01 00:00 UTC. 0 on success, else -1 with errno set.
+int HLX_SetSystemClock(time_t seconds);

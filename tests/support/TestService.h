@@ -1,0 +1,46 @@
+/// A service for tests: the real skeleton on the real bus, on a thread of its own.
+#pragma once
+
+#include <atomic>
+#include <functional>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "dbus/GLibPtr.h"
+#include "dbus_system.h"
+
+class TestService {
+ public:
+  enum class Answer { kOk, kFalse, kError };
+
+  /// Owns the service's name and exports the skeleton before it returns.
+  TestService();
+  ~TestService();
+
+  /// What every call is answered with; kFalse differs from kOk only in the methods that return something.
+  void SetAnswer(Answer answer) { answer_ = answer; }
+
+  /// The calls since the last time, as "SetColorType (byte 0x05,)".
+  std::vector<std::string> TakeCalls();
+
+  /// Sends a signal of the interface; `arguments` is the tuple in GVariant's text form, "(byte 0xff, true)".
+  void Emit(const std::string& signal, const std::string& arguments);
+
+ private:
+  void Run();
+  static void OnCall(GClosure* closure, GValue* result, guint count, const GValue* values, gpointer hint,
+                     gpointer self);
+
+  std::atomic<Answer> answer_{Answer::kOk};
+  std::mutex mutex_;
+  std::vector<std::string> calls_;
+  GLibPtr<GMainContext> context_;
+  GLibPtr<GMainLoop> loop_;
+  GLibPtr<GDBusConnection> connection_;
+  std::thread thread_;
+};
+
+/// Runs the main context of the calling thread until `done` or ten seconds have passed; tells which.
+bool RunUntil(const std::function<bool()>& done);

@@ -1,0 +1,243 @@
+// Every command of the adapter against a real skeleton on a real bus: what arrives, what comes back, what is logged.
+#include <gmock/gmock.h>
+
+#include <functional>
+#include <string>
+
+#include "client/ipc/ClientIpcAdapter.h"
+#include "client/ipc/LastCallError.h"
+#include "tests/support/FakePlatform.h"
+#include "tests/support/TestService.h"
+#include "zlog.h"
+
+using testing::ElementsAre;
+
+namespace {
+
+using Adapter = ClientIpcAdapter;
+
+/// What a command returned, for the tests' sake.
+enum Result { kNone, kTrue, kFalse };
+Result AsResult(bool value) { return value ? kTrue : kFalse; }
+
+struct Command {
+  const char* log_name;  ///< as the command calls itself in its error record
+  std::function<Result(Adapter&)> run;
+  std::string call;      ///< as the service receives it
+  bool returns = false;  ///< a command with a bool result
+};
+
+#define NONE(expression) \
+  [](Adapter& a) {       \
+    a.expression;        \
+    return kNone;        \
+  }
+#define BOOL(expression) [](Adapter& a) { return AsResult(a.expression); }
+#define TEXT(method, value)          \
+  [](Adapter& a) {                   \
+    std::string text = value;        \
+    return AsResult(a.method(text)); \
+  }
+
+SystemTime::DateInfo Date() { return {2026, 11, 24, 2}; }
+SystemTime::TimeInfo Time() { return {1, 258, 3}; }
+
+const char kDateBytes[] =
+    "0xea, 0x07, 0x00, 0x00, 0x0b, 0x00, 0x00, 0x00, 0x18, 0x00, 0x00, 0x00, 0x02, 0x00, 0x00, 0x00";
+const char kTimeBytes[] = "0x01, 0x00, 0x00, 0x00, 0x02, 0x01, 0x00, 0x00, 0x03, 0x00, 0x00, 0x00";
+
+std::string RecordCall(const std::string& method, const std::string& bytes) {
+  return method + " (<[byte " + bytes + "]>,)";
+}
+
+std::vector<Command> Commands() {
+  const auto update = static_cast<HLXUpdate::UpdateType>(-3);
+  const auto big_light = static_cast<HLXPower::LightType>(0x101);
+  const std::string scope = "ClientIpcAdapter::";
+  static const std::string logo_bytes = [] {
+    std::string text;
+    for (int i = 1; i <= 20; ++i)
+      text += (i == 1 ? "0x" : ", 0x") + std::string(i < 16 ? "0" : "1") + "0123456789abcdef"[i % 16];
+    return text;
+  }();
+  return {
+      {"ApplyExternalMcuUpdate", NONE(ApplyExternalMcuUpdate()), "ApplyExternalMcuUpdate ()"},
+      {"ApplyUpdateAll", NONE(ApplyUpdateAll()), "ApplyUpdateAll ()"},
+      {"ApplyMpuUpdate", NONE(ApplyMpuUpdate()), "ApplyMpuUpdate ()"},
+      {"ApplyUpdate",
+       [update](Adapter& a) {
+         a.ApplyUpdate(update);
+         return kNone;
+       },
+       "ApplyUpdate (-3,)"},
+      {"SetCanUpdata", NONE(SetCanUpdata(-70000)), "CanUpdate (-70000,)"},
+      {"ShutDown", NONE(ShutDown()), "ShutDown ()"},
+      {"Reset", NONE(Reset()), "Reset ()"},
+      {"RequestPowerOffState", NONE(RequestPowerOffState(2)), "RequestPowerOffState (true,)"},
+      {"SetPowerOffDelayTime", NONE(SetPowerOffDelayTime(255)), "SetPowerOffDelayTime (byte 0xff,)"},
+      {"SetRetainACCSec", NONE(SetRetainACCSec(0xFFFFFFFFU)), "SetRetainACCSec (-1,)"},
+      {"SetBtCallState", NONE(SetBtCallState(static_cast<HLXPower::CallState>(0x203))), "SetBtCallState (byte 0x03,)"},
+      {"SetCarPlayPhoneState", NONE(SetCarPlayPhoneState(static_cast<HLXPower::CpPhoneStateType>(0x102))),
+       "SetCarPlayPhoneState (byte 0x02,)"},
+      {"SetScreenLightOn", NONE(SetScreenLightOn(-1)), "SetScreenLightOn (true,)"},
+      {"SetScreenLightLevel",
+       [big_light](Adapter& a) {
+         a.SetScreenLightLevel(big_light, 200);
+         return kNone;
+       },
+       "SetScreenLightLevel (byte 0x01, byte 0xc8)"},
+      {"SetColorType", NONE(SetColorType(HLXPower::COLOR_TYPE_CUSTOM)), "SetColorType (byte 0x09,)"},
+      {"SetLedAnimation", NONE(SetLedAnimation(-1)), "SetLedAnimation (byte 0xff,)"},
+      {"SetLightDetectStyle", NONE(SetLightDetectStyle(0x101)), "SetLightDetectStyle (byte 0x01,)"},
+      {"SetLightFixDayStyle", NONE(SetLightFixDayStyle(0x100)), "SetLightFixDayStyle (byte 0x00,)"},
+      {"ResetScreenBackLight", NONE(ResetScreenBackLight()), "ResetScreenBackLight ()"},
+      {"SetTempMaxScreenLightLevel", NONE(SetTempMaxScreenLightLevel(0)), "SetTempMaxScreenLightLevel (false,)"},
+      {"ConfirmPreRadioOffState", NONE(ConfirmPreRadioOffState(0x7FFFFFFF)), "ConfirmPreRadioOffState (2147483647,)"},
+      {"SetButtonLightState", NONE(SetButtonLightState(256)), "SetButtonLightState (false,)"},
+      {"SetButtonLightValue",
+       [big_light](Adapter& a) {
+         a.SetButtonLightValue(big_light, 0);
+         return kNone;
+       },
+       "SetButtonLightValue (byte 0x01, byte 0x00)"},
+      {"SetGammaValue", NONE(SetGammaValue(-5)), "SetGammaValue (-5,)"},
+      {"ResetButtonBackLight", NONE(ResetButtonBackLight()), "ResetButtonBackLight ()"},
+      {"SetPowerRvcStatus", NONE(SetPowerRvcStatus(1)), "SetRvcStatus (true,)"},
+      {"SpeakerDetectStart", NONE(SpeakerDetectStart()), "SpeakerDetectStart ()"},
+      {"ResetFactoryMode", NONE(ResetFactoryMode()), "ResetFactoryMode ()"},
+      {"EnableCanBoxModule", NONE(EnableCanBoxModule(2)), "EnableCanBoxModule (true,)"},
+      {"EnableScreenShotControl", NONE(EnableScreenShotControl(0)), "EnableScreenShotControl (false,)"},
+      {"SetScreenshot", NONE(SetScreenshot()), "SetScreenshot ()"},
+      {"StartAutoTest", NONE(StartAutoTest()), "StartAutoTest ()"},
+      {"SpeakerDetectStop", NONE(SpeakerDetectStop()), "SpeakerDetectStop ()"},
+      {"SetRvcOffDelaySwitch", NONE(SetRvcOffDelaySwitch(1)), "SetRvcOffDelaySwitch (true,)"},
+      {"SetDrivePosition", NONE(SetDrivePosition(1)), "SetDrivePosition (true,)"},
+      {"ClientIpcAdapter::SetOnSourceChange", BOOL(SetOnSourceChange(-9)), "SetOnSourceChange (-9,)", true},
+      {"com_vorn_linux_system_call_set_logo_sync::SetLogo", BOOL(SetLogo(0xFFFFFFFFU)), "SetLogo (uint32 4294967295,)",
+       true},
+      {"com_vorn_linux_system_call_set_logo_info_sync",
+       [](Adapter& a) {
+         SystemMisc::LogoInfo logo;
+         for (unsigned char i = 0; i < 20; ++i)
+           reinterpret_cast<unsigned char*>(&logo)[i] = static_cast<unsigned char>(i + 1);
+         a.SetLogo(logo);
+         return kNone;
+       },
+       RecordCall("SetLogoInfo", logo_bytes)},
+      {"ClientIpcAdapter::SetOnTimeChange", TEXT(SetOnTimeChange, "12:00"), "SetOnTimeChange ('12:00',)", true},
+      {"ClientIpcAdapter::SetOnRadioChange", TEXT(SetOnRadioChange, "FM 101,7"), "SetOnRadioChange ('FM 101,7',)",
+       true},
+      {"ClientIpcAdapter::SetOnTouchInfo", TEXT(SetOnTouchInfo, ""), "SetOnTouchInfo ('',)", true},
+      {"ClientIpcAdapter::SetOnPSChange", TEXT(SetOnPSChange, "ÖR1"), "SetOnPSChange ('ÖR1',)", true},
+      {"ClientIpcAdapter::SetOnMediaInfoChange", TEXT(SetOnMediaInfoChange, std::string("a\0b", 3)),
+       "SetOnMediaInfoChange ('a',)", true},
+      {"ClientIpcAdapter::SetOnPhoneInfoChange", TEXT(SetOnPhoneInfoChange, "+49"), "SetOnPhoneInfoChange ('+49',)",
+       true},
+      {"ClientIpcAdapter::SetOnVolChange", BOOL(SetOnVolChange(31)), "SetOnVolChange (31,)", true},
+      {"SetHandbrakeCheckingSwitch", NONE(SetHandbrakeCheckingSwitch(1)), "SetHandbrakeCheckingSwitch (true,)"},
+      {"SetGPSAntennaCheckingSwitch", NONE(SetGPSAntennaCheckingSwitch(0)), "SetGPSAntennaCheckingSwitch (false,)"},
+      {"SetTime24Mode", NONE(SetTime24Mode(1)), "SetTime24Mode (true,)"},
+      {"SetAutoSyncMode", NONE(SetAutoSyncMode(1)), "SetAutoSyncMode (true,)"},
+      {"SetAutoAdjustDstMode", NONE(SetAutoAdjustDstMode(0)), "SetAutoAdjustDstMode (false,)"},
+      {"SetCurDate",
+       [](Adapter& a) {
+         auto date = Date();
+         a.SetCurDate(date);
+         return kNone;
+       },
+       RecordCall("SetCurDate", kDateBytes)},
+      {"SetCurTime",
+       [](Adapter& a) {
+         auto time = Time();
+         a.SetCurTime(time);
+         return kNone;
+       },
+       RecordCall("SetCurTime", kTimeBytes)},
+      {"SetGpsUTCTimeSync",
+       [](Adapter& a) {
+         SystemTime::DateTime utc{};
+         utc.year = 2026;
+         utc.month = 11;
+         utc.day = 24;
+         utc.week = 2;
+         utc.hour = 1;
+         utc.minute = 258;
+         utc.second = 3;
+         return AsResult(a.SetGpsUTCTimeSync(utc));
+       },
+       RecordCall("SetGpsUTCTimeSync", std::string(kDateBytes) + ", " + kTimeBytes), true},
+      {"SetTimeZone", NONE(SetTimeZone(static_cast<SystemTime::TimeZone>(0x14E))), "SetTimeZone (byte 0x4e,)"},
+  };
+}
+
+class AdapterCommands : public testing::Test {
+ protected:
+  void SetUp() override { fake::Reset(); }
+  fake::Platform& platform = fake::Get();
+};
+
+/// The record and the kept error of a command that failed for `reason`.
+void ExpectFailure(const Command& command, const std::string& reason) {
+  EXPECT_THAT(fake::Get().Logged(ZLOG_LEVEL_ERROR),
+              ElementsAre(std::string(command.log_name) + ": Failed to call dbus method. Reason: " + reason + "."));
+  EXPECT_EQ(fake::Get().log.back().source, "client/ipc/ClientIpcAdapter");
+  EXPECT_EQ(LastCallError::Text(), reason);
+}
+
+TEST_F(AdapterCommands, ReachTheServiceAndReportItsAnswer) {
+  TestService service;
+  Adapter adapter;
+  ASSERT_TRUE(adapter.Init());
+  const std::vector<Command> commands = Commands();
+  ASSERT_EQ(commands.size(), 54U);
+  for (const Command& command : commands) {
+    SCOPED_TRACE(command.call);
+    platform.log.clear();
+    service.SetAnswer(TestService::Answer::kOk);
+    EXPECT_EQ(command.run(adapter), command.returns ? kTrue : kNone);
+    EXPECT_THAT(service.TakeCalls(), ElementsAre(command.call));
+    EXPECT_TRUE(platform.log.empty());
+
+    service.SetAnswer(TestService::Answer::kError);
+    EXPECT_EQ(command.run(adapter), command.returns ? kFalse : kNone);
+    ExpectFailure(command, "GDBus.Error:com.vorn.linux.Error.Refused: not today");
+    service.TakeCalls();
+  }
+}
+
+TEST_F(AdapterCommands, GpsTimeReturnsWhatTheServiceSays) {
+  TestService service;
+  Adapter adapter;
+  ASSERT_TRUE(adapter.Init());
+  SystemTime::DateTime utc{};
+  service.SetAnswer(TestService::Answer::kFalse);
+  EXPECT_FALSE(adapter.SetGpsUTCTimeSync(utc));
+  EXPECT_TRUE(platform.Logged(ZLOG_LEVEL_ERROR).empty());
+}
+
+TEST_F(AdapterCommands, BeforeTheStartNothingIsSentAndBoolCommandsSayTrue) {
+  TestService service;
+  Adapter adapter;
+  for (const Command& command : Commands()) {
+    SCOPED_TRACE(command.call);
+    const Result expected = std::string(command.log_name) == "SetGpsUTCTimeSync" ? kFalse
+                            : command.returns                                    ? kTrue
+                                                                                 : kNone;
+    EXPECT_EQ(command.run(adapter), expected);
+  }
+  EXPECT_TRUE(service.TakeCalls().empty());
+  EXPECT_TRUE(platform.log.empty());
+}
+
+TEST_F(AdapterCommands, TextThatIsNotUtf8IsRefusedByName) {
+  TestService service;
+  Adapter adapter;
+  ASSERT_TRUE(adapter.Init());
+  platform.log.clear();
+  std::string text = "ab\xff";
+  EXPECT_FALSE(adapter.SetOnRadioChange(text));
+  ExpectFailure({"ClientIpcAdapter::SetOnRadioChange", nullptr, ""}, "the text is not valid UTF-8 from byte 2 on");
+  EXPECT_TRUE(service.TakeCalls().empty());
+}
+
+}  // namespace
