@@ -22,6 +22,7 @@ class Process {
   /// Starts `args[0]` (looked up in PATH) with the test's environment and an empty standard input.
   explicit Process(const std::vector<std::string>& args) {
     std::vector<char*> argv;
+    argv.reserve(args.size() + 1);
     for (const std::string& arg : args) argv.push_back(const_cast<char*>(arg.c_str()));
     argv.push_back(nullptr);
     posix_spawn_file_actions_t actions;

@@ -1,0 +1,75 @@
+#include "client/info/DeviceIdentity.h"
+
+#include <fcntl.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <fstream>
+
+#include "platform/HLXLog.h"
+
+HLX_LOG_SOURCE("client/info/HLXInfoClient");
+
+namespace {
+
+constexpr char kUuid[] = "uuid=";
+constexpr std::size_t kUuidLength = sizeof(kUuid) - 1;
+constexpr std::size_t kIdentifierLength = 32;
+
+class FileDescriptor {
+ public:
+  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
+  FileDescriptor(const FileDescriptor&) = delete;
+  FileDescriptor& operator=(const FileDescriptor&) = delete;
+  ~FileDescriptor() {
+    if (descriptor_ != -1) close(descriptor_);
+  }
+  int Get() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+}  // namespace
+
+std::string DeviceIdentity::ReadEmmcId(const char* path) {
+  std::ifstream file(path);
+  if (!file.is_open()) {
+    HLX_LOG_ERROR("get emmc id error:%s", std::strerror(errno));
+    return {};
+  }
+  std::string id;
+  for (std::string line; std::getline(file, line);) id += line;
+  HLX_LOG_INFO("get emmc id:%s", id.c_str());
+  return id;
+}
+
+std::string DeviceIdentity::SerialNumberFrom(const std::string& command_line) {
+  const auto uuid = command_line.find(kUuid);
+  // Counted from the "u", so that an identifier a little shorter than 32 characters passes: units were sold with such.
+  if (uuid == std::string::npos || command_line.size() < uuid + kIdentifierLength) return {};
+  std::string serial = command_line.substr(uuid + kUuidLength, kIdentifierLength);
+  for (std::size_t index = 4; index < serial.size(); index += 5) serial.insert(index, 1, ':');
+  return serial;
+}
+
+int DeviceIdentity::ReadMachineSample(const char* path, unsigned int* value) {
+  if (value == nullptr) {
+    HLX_LOG_ERROR("pointer to value is NULL\n");
+    return -1;
+  }
+  const FileDescriptor file(open(path, O_RDWR | O_CLOEXEC));
+  if (file.Get() == -1) {
+    const int reason = errno;
+    HLX_LOG_ERROR(": %s\n", path);
+    errno = reason;
+    std::perror("Open");
+    return -1;
+  }
+  char text[kIdentifierLength + 1] = {};
+  const ssize_t length = read(file.Get(), text, kIdentifierLength);
+  *value = static_cast<unsigned int>(std::stoi(text, nullptr, 16));
+  return length == -1 ? -1 : 0;
+}

@@ -1,0 +1,142 @@
+#include "client/update/PackageSearch.h"
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+#include <thread>
+
+#include "IHLXSystemInfo.h"
+#include "client/update/HLXUpdateClient.h"
+#include "platform/HLXLog.h"
+#include "platform/HLXPlatform.h"
+
+HLX_LOG_SOURCE("client/update/HLXUpdateClient");
+
+using namespace HLXUpdate;
+
+namespace {
+
+constexpr int kLastSession = 1000;
+constexpr int kDetached = -1;  ///< no session has this number
+
+}  // namespace
+
+int PackageSearch::NewSession() {
+  {
+    const std::lock_guard<std::mutex> lock(version_mutex_);
+    package_version_ = {};
+  }
+  const int session = session_counter_ <= kLastSession ? session_counter_ + 1 : 0;
+  session_counter_ = session;
+  return session;
+}
+
+void PackageSearch::Start(int session) {
+  try {
+    std::thread([self = shared_from_this(), session] { self->AnalysisSoftwareFile(session); }).detach();
+  } catch (const std::system_error& error) {
+    HLX_LOG_ERROR("no thread for the package search: %s", error.what());
+  }
+}
+
+void PackageSearch::Detach() {
+  session_counter_ = kDetached;
+  const std::lock_guard<std::mutex> lock(owner_);
+  client_ = nullptr;
+  info_ = nullptr;
+}
+
+SystemInfo::VersionInfo PackageSearch::PackageVersion() const {
+  const std::lock_guard<std::mutex> lock(version_mutex_);
+  return package_version_;
+}
+
+void PackageSearch::Relay(UpdateNotifyResult result) {
+  const std::lock_guard<std::mutex> lock(owner_);
+  if (client_ != nullptr) client_->OnDetectValidUpdateFileNotify(result);
+}
+
+bool PackageSearch::UnitVersion(SystemInfo::VersionInfo* unit) {
+  const std::lock_guard<std::mutex> lock(owner_);
+  return info_ != nullptr && info_->GetLocalVersionInfo(*unit) != 0;
+}
+
+void PackageSearch::AnalysisSoftwareFile(int session) {
+  const std::lock_guard<std::mutex> lock(analysis_);
+  HLX_LOG_INFO("AnalysisSoftwareFile,session:%d", session);
+  if (!VerifyPackage(session) || !Extract(session)) return;
+
+  const std::string version_file = verifier_.Paths().VersionFile();
+  if (!FileExists(version_file)) {
+    HLX_LOG_ERROR("Can not find version file in path:%s.", version_file.c_str());
+    return;
+  }
+  if (VerifyUpdateVersion() && !Overtaken(session)) {
+    Relay(UPDATE_NOTIFY_VALID);
+  } else {
+    HLX_LOG_ERROR("verify update availability fail.");
+  }
+  if (Overtaken(session)) return;
+  if (FileExists("/data/update/app") && HLX_ExecSystemCmd("rm -rf /data/update/app", 0) == 0) {
+    HLX_LOG_ERROR("remove /media/usbstorage0/app fail:%s", std::strerror(errno));
+  }
+}
+
+/// What the stick holds, up to the checksums. False: nothing more to examine.
+bool PackageSearch::VerifyPackage(int session) {
+  const PackagePaths& paths = verifier_.Paths();
+  if (FileExists(paths.CanFile())) {
+    Relay(UPDATE_NOTIFY_CAN_FILE);
+    return false;
+  }
+  if (!FileExists(paths.Package())) {
+    HLX_LOG_ERROR("Can not find update file in path:%s.", paths.Package().c_str());
+    return false;
+  }
+  if (!verifier_.VerifyMD5Sum() || Overtaken(session)) {
+    HLX_LOG_ERROR("upgrade file md5 verify fail...");
+    Relay(UPDATE_NOTIFY_CHECKSUM_WRONG);
+    return false;
+  }
+  return true;
+}
+
+bool PackageSearch::Extract(int session) {
+  const auto done = [this, session](bool succeeded, const std::string& command) {
+    if (succeeded && !Overtaken(session)) return true;
+    HLX_LOG_ERROR("Exec command fail:%s", command.c_str());
+    return false;
+  };
+  const std::string directory = verifier_.Paths().extracted + "/";
+  if (!FileExists(directory)) {
+    HLX_LOG_WARN("%s is not exist,create a new one.", directory.c_str());
+    const std::string command = "mkdir " + directory;
+    if (!done(HLX_ExecSystemCmd(command.c_str(), 1) != 0, command)) return false;
+  }
+  std::string command;
+  const bool extracted = verifier_.ExtractVersionFile(&command);
+  if (!done(extracted, command)) return false;
+  sync();
+  sleep(1);
+  HLX_LOG_INFO("Extract update software package success:%s", command.c_str());
+  return true;
+}
+
+bool PackageSearch::VerifyUpdateVersion() {
+  SystemInfo::VersionInfo unit;
+  if (!UnitVersion(&unit)) {
+    HLX_LOG_ERROR("Get local version info fail.");
+    return false;
+  }
+  const SystemInfo::VersionInfo package = verifier_.ReadVersion();
+  {
+    const std::lock_guard<std::mutex> lock(version_mutex_);
+    package_version_ = package;
+  }
+  const UpdateNotifyResult result = verifier_.CompareWith(unit, package);
+  if (result == UPDATE_NOTIFY_VALID) return true;
+  Relay(result);
+  return false;
+}

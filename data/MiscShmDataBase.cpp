@@ -1,0 +1,87 @@
+#include "data/MiscShmDataBase.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "data/HLXPersist.h"
+#include "platform/HLXLog.h"
+#include "platform/LibConfigs.h"
+
+HLX_LOG_SOURCE("data/HLXSystemData");
+
+using namespace HLXSystemData;
+
+namespace {
+
+constexpr uint32_t kStateUnknown = 5;
+constexpr uint32_t kParking = 1;
+constexpr uint32_t kAirBlowUnknown = 8;
+constexpr uint32_t kRadioRegionUnknown = 3;
+constexpr uint8_t kSpeakers = 4;
+constexpr uint8_t kRadarNone = 255;
+
+uint32_t Configured(const char* key) { return GetLibConfigs()->GetBool(key) ? 1 : 0; }
+
+void ReadOrConfigured(const PersistItem& item, uint32_t* field, const char* key) {
+  if (!ReadPersist(item, field)) *field = Configured(key);
+}
+
+void ZeroVehicleData(MiscShmData* data) {
+  data->car_speed = 0;
+  data->car_float_speed_raw = 0;
+  data->ac_state_bits = 0;
+  data->air_blow_level = 0;
+  data->door_state_bits = 0;
+  data->reserved_107 = 0;
+  data->driver_position_temperature = 0.0;
+  data->copilot_position_temperature = 0.0;
+  data->environment_temperature = 0.0;
+  data->current_car_speed = 0;
+  data->average_car_speed = 0;
+  data->raise_current_mile = 0;
+  data->total_mile = 0;
+  data->endurance_mile = 0;
+  data->stage_a_mile = 0;
+  data->stage_b_mile = 0;
+  data->current_fuel = 0;
+  data->average_fuel = 0;
+  data->engine_rotate_speed = 0;
+  data->simple_air_mode_bits = 0;
+  data->simple_environment_temperature = 0;
+  std::fill(std::begin(data->reserved_188), std::end(data->reserved_188), uint8_t{0});
+  data->simple_rvc_signal_actived = 0;
+}
+
+}  // namespace
+
+void MiscShmDataBase::InitMiscShmData(MiscShmData* data) {
+  if (data->initialised != 0) return;
+  HLX_LOG_INFO("%s()", "InitMiscShmData");
+  data->initialised = 1;
+
+  ReadOrConfigured(PERSIST_ID_RVC_DELAY, &data->_is_rvc_delay, "/setting/default_rearview_camera_delay");
+  HLX_LOG_DEBUG("_is_rvc_delay:%d", static_cast<int>(data->_is_rvc_delay));
+  ReadOrConfigured(PERSIST_ID_DRIVE_POSITION, &data->_is_left_position,
+                   "/setting/default_advance_driving_seat_is_left");
+  HLX_LOG_DEBUG("_is_left_position:%d", static_cast<int>(data->_is_left_position));
+  ReadOrConfigured(PERSIST_ID_CAN_BOX_ENABLE, &data->_can_box_enble, "/setting/default_canbox_control");
+  data->_screen_shot_enble = 0;
+  HLX_LOG_DEBUG("_can_box_enble:%d", static_cast<int>(data->_can_box_enble));
+  HLX_LOG_DEBUG("_screen_shot_enble:%d", static_cast<int>(data->_screen_shot_enble));
+
+  data->dab_ant_state = kStateUnknown;
+  data->gps_ant_state = kStateUnknown;
+  data->mic_connect_state = kStateUnknown;
+  data->radio_ant_state = kStateUnknown;
+  data->parking_state = kParking;
+  data->is_handbrake_test_on = Configured("/setting/handbrake_test_default_on");
+  data->is_gps_ant_checking_on = Configured("/setting/gps_ant_checking_default_on");
+
+  ZeroVehicleData(data);
+
+  std::fill(std::begin(data->speaker_states), std::end(data->speaker_states), kStateUnknown);
+  data->air_blow_mode = kAirBlowUnknown;
+  data->radio_region = kRadioRegionUnknown;
+  data->speakers_amount = kSpeakers;
+  std::fill(std::begin(data->steel_mate_radar), std::end(data->steel_mate_radar), kRadarNone);
+}

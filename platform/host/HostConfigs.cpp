@@ -1,0 +1,95 @@
+#include <sys/stat.h>
+
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+
+#include "dbus/GLibPtr.h"
+#include "platform/LibConfigs.h"
+#include "platform/host/HostLog.h"
+#include "platform/host/HostPaths.h"
+
+HLX_LOG_SOURCE("platform/host/HostConfigs");
+
+namespace {
+
+struct KeyFileDeleter {
+  void operator()(GKeyFile* file) const { g_key_file_unref(file); }
+};
+
+/// What tells one version of a file from the next.
+struct Version {
+  timespec modified{};
+  ino_t inode = 0;
+  off_t size = -1;
+  bool operator==(const Version& other) const {
+    return modified.tv_sec == other.modified.tv_sec && modified.tv_nsec == other.modified.tv_nsec &&
+           inode == other.inode && size == other.size;
+  }
+};
+
+/// Configuration from a key file: "/setting/x" is x in [setting]. The file is HLX_HOST_CONFIG, else hlx/platform.conf
+/// below XDG_CONFIG_HOME; a changed file counts from the next look-up on. A missing key is 0, false or empty.
+class HostConfigs : public LibConfigs {
+ public:
+  int GetInt(const std::string& key) override { return Get(key, 0, g_key_file_get_integer); }
+  bool GetBool(const std::string& key) override { return Get(key, FALSE, g_key_file_get_boolean) != FALSE; }
+  std::string GetString(const std::string& key) override {
+    const GLibPtr<gchar> text(Get(key, static_cast<gchar*>(nullptr), g_key_file_get_string));
+    return text == nullptr ? std::string() : std::string(text.get());
+  }
+
+ private:
+  template <class T>
+  T Get(const std::string& key, T missing, T (*get)(GKeyFile*, const gchar*, const gchar*, GError**)) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    Refresh();
+    const auto slash = key.find('/', 1);
+    if (key.empty() || key[0] != '/' || slash == std::string::npos) return missing;
+    const std::string group = key.substr(1, slash - 1);
+    const std::string name = key.substr(slash + 1);
+    if (!g_key_file_has_key(file_.get(), group.c_str(), name.c_str(), nullptr)) return missing;
+    GError* failure = nullptr;
+    const T value = get(file_.get(), group.c_str(), name.c_str(), &failure);
+    if (failure == nullptr) return value;
+    const GLibPtr<GError> error(failure);
+    if (complained_.insert(key).second) {
+      HLX_HOST_COMPLAIN("configuration file %s: %s: %s", path_.c_str(), key.c_str(), error->message);
+    }
+    return missing;
+  }
+
+  void Refresh() {
+    const std::string named = host::Environment("HLX_HOST_CONFIG");
+    const std::string path = named.empty() ? std::string(g_get_user_config_dir()) + "/hlx/platform.conf" : named;
+    struct stat status {};
+    Version version;
+    if (stat(path.c_str(), &status) == 0) version = {status.st_mtim, status.st_ino, status.st_size};
+    if (file_ != nullptr && path == path_ && version == version_) return;
+    path_ = path;
+    version_ = version;
+    complained_.clear();
+    file_.reset(g_key_file_new());
+    GError* failure = nullptr;
+    if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &failure)) return;
+    const GLibPtr<GError> error(failure);
+    file_.reset(g_key_file_new());
+    // Without a file of that name the defaults are meant, unless somebody asked for this very file.
+    if (named.empty() && g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT)) return;
+    HLX_HOST_COMPLAIN("configuration file %s: %s; no key is set", path.c_str(), error->message);
+  }
+
+  std::mutex mutex_;
+  std::string path_;
+  Version version_;
+  std::unique_ptr<GKeyFile, KeyFileDeleter> file_;
+  std::set<std::string> complained_;  ///< keys with a value of another type: named once for each version of the file
+};
+
+}  // namespace
+
+LibConfigs* GetLibConfigs() {
+  static HostConfigs& configs = *new HostConfigs;
+  return &configs;
+}

@@ -1,0 +1,22 @@
+/// Where the host platform keeps what it keeps.
+#pragma once
+
+#include <glib.h>
+
+#include <string>
+
+namespace host {
+
+/// The value of an environment variable; empty when it is unset or empty.
+inline std::string Environment(const char* name) {
+  const char* const value = g_getenv(name);
+  return value == nullptr ? std::string() : std::string(value);
+}
+
+/// The state directory: HLX_HOST_STATE, else hlx below XDG_STATE_HOME.
+inline std::string StateDirectory() {
+  const std::string named = Environment("HLX_HOST_STATE");
+  return named.empty() ? std::string(g_get_user_state_dir()) + "/hlx" : named;
+}
+
+}  // namespace host

@@ -1,0 +1,158 @@
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+
+#include "platform/Q4PersistService.h"
+#include "platform/host/HostLog.h"
+#include "platform/host/HostPaths.h"
+
+HLX_LOG_SOURCE("platform/host/HostPersist");
+
+namespace {
+
+struct DatabaseDeleter {
+  void operator()(sqlite3* database) const { sqlite3_close_v2(database); }
+};
+struct StatementDeleter {
+  void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+};
+using Database = std::unique_ptr<sqlite3, DatabaseDeleter>;
+using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
+
+constexpr int kBusyTimeoutMs = 2000;
+constexpr char kSchema[] =
+    "PRAGMA synchronous = FULL;"
+    "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
+    " WITHOUT ROWID";
+
+enum class Purpose { kRead, kWrite };
+
+/// The persist code that fits what SQLite says.
+int PersistCode(int sqlite_result, Purpose purpose) {
+  switch (sqlite_result & 0xFF) {
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      return PERSIST_ERROR_DATABASE_NOT_READY;
+    case SQLITE_NOTADB:
+      return PERSIST_ERROR_FORMAT_INCOMPATIBLE;
+    case SQLITE_CANTOPEN:
+      return purpose == Purpose::kRead ? PERSIST_ERROR_SERVICE_NOT_AVAILABLE : PERSIST_ERROR_WRITE_FAIL;
+    default:
+      return purpose == Purpose::kRead ? PERSIST_ERROR_READ_FAIL : PERSIST_ERROR_WRITE_FAIL;
+  }
+}
+
+/// Settings in an SQLite file: HLX_HOST_PERSIST, else persist.db in the state directory. Every write is on the disk
+/// when it returns; several processes may use the file at once. A file that cannot be used is never touched: it is
+/// named in the log, and looked at again with the next call.
+class HostPersist : public Q4PersistService {
+ public:
+  int ReadByte(int module, int id, unsigned char* value) override {
+    int number = 0;
+    const int result = ReadInt(module, id, &number);
+    if (result != PERSIST_OK) return result;
+    if (number < 0 || number > 255) return PERSIST_ERROR_DATA_OVER_RANGE;
+    *value = static_cast<unsigned char>(number);
+    return PERSIST_OK;
+  }
+
+  int ReadInt(int module, int id, int* value) override {
+    if (module < 0) return PERSIST_ERROR_ILLEGAL_MODULE;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    // A file that nobody has written yet holds nothing; looking is no reason to make one.
+    if (struct stat status{}; stat(Path().c_str(), &status) != 0 && errno == ENOENT) {
+      return PERSIST_ERROR_DATA_NOT_FOUND;
+    }
+    if (Open() != SQLITE_OK) return Fail(Purpose::kRead);
+    const Statement query = Prepare("SELECT value FROM items WHERE module = ?1 AND id = ?2", module, id);
+    const int result = query == nullptr ? SQLITE_ERROR : sqlite3_step(query.get());
+    if (result == SQLITE_DONE) return PERSIST_ERROR_DATA_NOT_FOUND;
+    if (result != SQLITE_ROW) return Fail(Purpose::kRead);
+    *value = sqlite3_column_int(query.get(), 0);
+    return PERSIST_OK;
+  }
+
+  int WriteInt(int module, int id, int value, int /*flag*/) override { return Write(module, id, value); }
+  int WriteInt(int module, int id, int value, int /*a*/, int /*b*/, int /*c*/) override {
+    return Write(module, id, value);
+  }
+
+ private:
+  static std::string Path() {
+    const std::string named = host::Environment("HLX_HOST_PERSIST");
+    return named.empty() ? host::StateDirectory() + "/persist.db" : named;
+  }
+
+  int Write(int module, int id, int value) {
+    if (module < 0) return PERSIST_ERROR_ILLEGAL_MODULE;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    const std::unique_ptr<gchar, decltype(&g_free)> directory(g_path_get_dirname(Path().c_str()), g_free);
+    g_mkdir_with_parents(directory.get(), 0700);  // a failure shows when the file is opened
+    if (Open() != SQLITE_OK) return Fail(Purpose::kWrite);
+    const Statement update = Prepare("INSERT OR REPLACE INTO items VALUES (?1, ?2, ?3)", module, id);
+    if (update == nullptr || sqlite3_bind_int(update.get(), 3, value) != SQLITE_OK ||
+        sqlite3_step(update.get()) != SQLITE_DONE) {
+      return Fail(Purpose::kWrite);
+    }
+    return PERSIST_OK;
+  }
+
+  /// Opens the file unless it is open; one that was replaced or removed meanwhile is opened anew.
+  int Open() {
+    const std::string path = Path();
+    struct stat status {};
+    const ino_t inode = stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+    if (database_ != nullptr && path == path_ && inode == inode_) return SQLITE_OK;
+    database_.reset();
+    path_ = path;
+    sqlite3* opened = nullptr;
+    int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
+    database_.reset(opened);
+    if (result == SQLITE_OK) result = sqlite3_busy_timeout(opened, kBusyTimeoutMs);
+    if (result == SQLITE_OK) result = sqlite3_exec(opened, kSchema, nullptr, nullptr, nullptr);
+    // A file that may only be read still serves for reading.
+    if ((result & 0xFF) == SQLITE_READONLY) result = SQLITE_OK;
+    if (result == SQLITE_OK) inode_ = stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+    return result;
+  }
+
+  Statement Prepare(const char* sql, int module, int id) const {
+    sqlite3_stmt* prepared = nullptr;
+    if (sqlite3_prepare_v2(database_.get(), sql, -1, &prepared, nullptr) != SQLITE_OK) return nullptr;
+    Statement statement(prepared);
+    sqlite3_bind_int(prepared, 1, module);
+    sqlite3_bind_int(prepared, 2, id);
+    return statement;
+  }
+
+  /// Names the file and the cause, once for each kind of failure, and closes it so that the next call looks again.
+  int Fail(Purpose purpose) {
+    const int result = database_ == nullptr ? SQLITE_NOMEM : sqlite3_extended_errcode(database_.get());
+    const std::string cause = database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_.get());
+    if (complained_.insert({result, purpose}).second) {
+      HLX_HOST_COMPLAIN("settings file %s cannot be %s: %s", path_.c_str(),
+                        purpose == Purpose::kRead ? "read" : "written", cause.c_str());
+    }
+    database_.reset();
+    return PersistCode(result, purpose);
+  }
+
+  std::mutex mutex_;
+  std::string path_;
+  ino_t inode_ = 0;
+  Database database_;
+  std::set<std::pair<int, Purpose>> complained_;
+};
+
+}  // namespace
+
+Q4PersistService* HLX_GetQ4PersistService() {
+  static HostPersist& persist = *new HostPersist;
+  return &persist;
+}
