@@ -26,7 +26,7 @@ enum UpdateType : int {
 enum OpResult : int {
   OP_RESULT_OK = 0,
   OP_RESULT_FAILED = 1,
-  OP_RESULT_REFUSED = 2,
+  OP_RESULT_BUSY = 2,
 };
 
 /// How far the update of the MCU or of the main processor is.
@@ -34,7 +34,7 @@ enum UpdateState : int {
   UPDATE_STATE_IDLE = 0,
   UPDATE_STATE_STARTED = 1,
   UPDATE_STATE_RUNNING = 2,
-  UPDATE_STATE_DONE = 3,
+  UPDATE_STATE_SUCCESS = 3,
   UPDATE_STATE_FAILED = 4,
 };
 

@@ -1,6 +1,5 @@
 #include "tests/support/TestService.h"
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <future>
@@ -96,14 +95,4 @@ std::vector<std::string> TestService::TakeCalls() {
 void TestService::Emit(const std::string& signal, const std::string& arguments) {
   GVariant* const tuple = g_variant_new_parsed(arguments.c_str());
   g_dbus_connection_emit_signal(connection_.get(), nullptr, kObjectPath, kInterface, signal.c_str(), tuple, nullptr);
-}
-
-bool RunUntil(const std::function<bool()>& done) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(10);
-  while (!done()) {
-    if (std::chrono::steady_clock::now() > deadline) return false;
-    g_main_context_iteration(g_main_context_get_thread_default(), FALSE);
-    g_usleep(1000);
-  }
-  return true;
 }

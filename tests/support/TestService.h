@@ -2,7 +2,6 @@
 #pragma once
 
 #include <atomic>
-#include <functional>
 #include <mutex>
 #include <string>
 #include <thread>
@@ -41,6 +40,3 @@ class TestService {
   GLibPtr<GDBusConnection> connection_;
   std::thread thread_;
 };
-
-/// Runs the main context of the calling thread until `done` or ten seconds have passed; tells which.
-bool RunUntil(const std::function<bool()>& done);

@@ -155,14 +155,7 @@ std::vector<Command> Commands() {
        RecordCall("SetCurTime", kTimeBytes)},
       {"SetGpsUTCTimeSync",
        [](Adapter& a) {
-         SystemTime::DateTime utc{};
-         utc.year = 2026;
-         utc.month = 11;
-         utc.day = 24;
-         utc.week = 2;
-         utc.hour = 1;
-         utc.minute = 258;
-         utc.second = 3;
+         SystemTime::DateTime utc = {Date(), Time()};
          return AsResult(a.SetGpsUTCTimeSync(utc));
        },
        RecordCall("SetGpsUTCTimeSync", std::string(kDateBytes) + ", " + kTimeBytes), true},

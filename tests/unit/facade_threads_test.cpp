@@ -8,8 +8,10 @@
 #include <thread>
 #include <vector>
 
+#include "HLXListenerBase.h"
 #include "HLXSystemProxy.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/MainContext.h"
 #include "tests/support/TestService.h"
 
 namespace {
@@ -26,25 +28,10 @@ class Facade : public testing::Test {
   }
 };
 
-class Counter : public IHLXPowerListener {
+class Counter : public HLXPowerListenerBase {
  public:
-  void OnScreenStateChange(int) override {}
-  void OnRadioStateChange(HLXPower::RadioState) override {}
   void OnAccStateChange(int) override { ++events; }
-  void OnBatteryBootStateChange(int) override {}
-  void OnPowerOffDelayTimeChange(unsigned char) override {}
-  void OnPowerWakeupType(HLXPower::PowerWakeupType) override {}
-  void OnAbnormalPowerAudioNotify(unsigned char) override {}
-  void OnAbnormalPowerUsbNotify(unsigned char) override {}
   void OnPowerPreRadioOffNotify() override { ++others; }
-  void OnScreenLightLevelChanged(HLXPower::LightType, unsigned char) override {}
-  void OnScreenLightTypeChanged(HLXPower::LightType) override {}
-  void OnButtonLightLevelChanged(HLXPower::LightType, unsigned char) override {}
-  void OnButtonLightTypeChanged(HLXPower::LightType) override {}
-  void OnButtonColorChanged(HLXPower::ColorType) override {}
-  void OnMcuBootTypeNotify(HLXPower::BootReason) override {}
-  void OnMcuRequestDisplayUiAction(HLXPower::McuReqDisplayUi) override {}
-  void OnHeadLightStateChange(int) override {}
 
   std::atomic<int> events{0};
   std::atomic<int> others{0};

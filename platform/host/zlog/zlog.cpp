@@ -25,28 +25,19 @@ Categories& TheCategories() {
   return categories;
 }
 
-/// Never G_LOG_LEVEL_ERROR: GLib ends the process after such a record.
-GLogLevelFlags GLibLevel(int level) {
-  if (level >= ZLOG_LEVEL_ERROR) return G_LOG_LEVEL_CRITICAL;
-  if (level >= ZLOG_LEVEL_WARN) return G_LOG_LEVEL_WARNING;
-  if (level >= ZLOG_LEVEL_NOTICE) return G_LOG_LEVEL_MESSAGE;
-  return level >= ZLOG_LEVEL_INFO ? G_LOG_LEVEL_INFO : G_LOG_LEVEL_DEBUG;
-}
+/// How GLib and the journal call a level. Nothing is above a warning for GLib: it ends the process after an error, and
+/// takes a critical record for a fault of the program, which a damaged file or a missing service is not.
+struct LevelNames {
+  GLogLevelFlags glib;
+  const char* priority;
+};
 
-/// The journal's number for the same level.
-const char* Priority(GLogLevelFlags level) {
-  switch (level) {
-    case G_LOG_LEVEL_CRITICAL:
-      return "3";
-    case G_LOG_LEVEL_WARNING:
-      return "4";
-    case G_LOG_LEVEL_MESSAGE:
-      return "5";
-    case G_LOG_LEVEL_INFO:
-      return "6";
-    default:
-      return "7";
-  }
+LevelNames NamesOf(int level) {
+  if (level >= ZLOG_LEVEL_FATAL) return {G_LOG_LEVEL_WARNING, "2"};
+  if (level >= ZLOG_LEVEL_ERROR) return {G_LOG_LEVEL_WARNING, "3"};
+  if (level >= ZLOG_LEVEL_WARN) return {G_LOG_LEVEL_WARNING, "4"};
+  if (level >= ZLOG_LEVEL_NOTICE) return {G_LOG_LEVEL_MESSAGE, "5"};
+  return level >= ZLOG_LEVEL_INFO ? LevelNames{G_LOG_LEVEL_INFO, "6"} : LevelNames{G_LOG_LEVEL_DEBUG, "7"};
 }
 
 }  // namespace
@@ -61,7 +52,7 @@ zlog_category_t* zlog_get_category(const char* cname) {
 }
 
 int zlog_level_enabled(zlog_category_t* category, int level) {
-  return g_log_writer_default_would_drop(GLibLevel(level), category->name.c_str()) ? 0 : 1;
+  return g_log_writer_default_would_drop(NamesOf(level).glib, category->name.c_str()) ? 0 : 1;
 }
 
 void zlog(zlog_category_t* category, const char* file, size_t filelen, const char* func, size_t funclen, long line,
@@ -70,17 +61,17 @@ void zlog(zlog_category_t* category, const char* file, size_t filelen, const cha
   va_start(arguments, format);
   const std::unique_ptr<gchar, decltype(&g_free)> text(g_strdup_vprintf(format, arguments), g_free);
   va_end(arguments);
-  const GLogLevelFlags flags = GLibLevel(level);
+  const LevelNames names = NamesOf(level);
   const std::string line_text = std::to_string(line);
   const GLogField fields[] = {
       {"MESSAGE", text.get(), -1},
-      {"PRIORITY", Priority(flags), -1},
+      {"PRIORITY", names.priority, -1},
       {"GLIB_DOMAIN", category->name.c_str(), -1},
       {"CODE_FILE", file, static_cast<gssize>(filelen)},
       {"CODE_FUNC", func, static_cast<gssize>(funclen)},
       {"CODE_LINE", line_text.c_str(), -1},
   };
-  g_log_structured_array(flags, fields, G_N_ELEMENTS(fields));
+  g_log_structured_array(names.glib, fields, G_N_ELEMENTS(fields));
 }
 
 void zlog_fini() {

@@ -1,0 +1,73 @@
+#include "simulator/UpdateModel.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "HLXUpdateTypes.h"
+
+namespace {
+
+constexpr int kStepPercent = 5;
+
+}  // namespace
+
+/// The signals with which a part tells how it goes; null where it has none.
+struct UpdateModel::Part {
+  const char* state_signal;
+  const char* progress_signal;
+};
+const UpdateModel::Part UpdateModel::kMpu = {"OnMpuUpdateStateNotify", nullptr};
+const UpdateModel::Part UpdateModel::kMcu = {"OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"};
+const UpdateModel::Part UpdateModel::kCanBox = {nullptr, "UpdateCanProcess"};
+
+UpdateModel::~UpdateModel() {
+  if (timer_ != 0) g_source_remove(timer_);
+}
+
+void UpdateModel::ApplyUpdate(int /*update_type*/) { Request({&kMpu, &kMcu}); }
+void UpdateModel::ApplyUpdateAll() { Request({&kMpu, &kMcu}); }
+void UpdateModel::ApplyMpuUpdate() { Request({&kMpu}); }
+void UpdateModel::ApplyExternalMcuUpdate() { Request({&kMcu}); }
+
+void UpdateModel::CanUpdate(int iCanUpdate) {
+  if (iCanUpdate != 0) Request({&kCanBox});
+}
+
+void UpdateModel::Request(std::deque<const Part*> parts) {
+  const bool busy = !parts_.empty();
+  unit_.Announce("UpdateRequestResultInformSignal", busy ? HLXUpdate::OP_RESULT_BUSY : HLXUpdate::OP_RESULT_OK);
+  if (busy) return;
+  parts_ = std::move(parts);
+  BeginPart();
+}
+
+void UpdateModel::BeginPart() {
+  percent_ = 0;
+  if (const char* const signal = parts_.front()->state_signal) {
+    unit_.Announce(signal, HLXUpdate::UPDATE_STATE_RUNNING);
+  }
+  if (const char* const signal = parts_.front()->progress_signal) unit_.Announce(signal, 0);
+  timer_ = g_timeout_add(std::max(plan_.duration, 1U) * 1000 * kStepPercent / 100, OnStep, this);
+}
+
+gboolean UpdateModel::OnStep(gpointer model) {
+  static_cast<UpdateModel*>(model)->Step();
+  return G_SOURCE_CONTINUE;
+}
+
+void UpdateModel::Step() {
+  percent_ += kStepPercent;
+  if (plan_.fails != 0 && percent_ > 50) return EndPart(false);
+  if (const char* const signal = parts_.front()->progress_signal) unit_.Announce(signal, percent_);
+  if (percent_ == 100) EndPart(true);
+}
+
+void UpdateModel::EndPart(bool succeeded) {
+  g_source_remove(std::exchange(timer_, 0));
+  if (const char* const signal = parts_.front()->state_signal) {
+    unit_.Announce(signal, succeeded ? HLXUpdate::UPDATE_STATE_SUCCESS : HLXUpdate::UPDATE_STATE_FAILED);
+  }
+  parts_.pop_front();
+  if (!succeeded) parts_.clear();
+  if (!parts_.empty()) BeginPart();
+}
