@@ -9,7 +9,6 @@
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/power/HLXPowerClient.h"
 #include "tests/support/FakePlatform.h"
-#include "tests/support/VtableSlot.h"
 
 using namespace HLXPower;
 
@@ -167,80 +166,6 @@ TEST_F(PowerClient, EventsReachEveryListenerInAddressOrder) {
                                              "ScreenLevel 1 8", "ScreenType 1 0", "ButtonLevel 0 9", "ButtonType 1 0",
                                              "Color 5 0", "BootType 20 0", "Ui 99 0", "HeadLight 1 0"));
   EXPECT_EQ(notes[1], notes[0]);
-}
-
-TEST(PowerSlots, AreTheBinaryInterface) {
-  int slot = 0;
-#define NEXT(function) EXPECT_EQ(SlotOf(&function), ++slot) << #function
-  NEXT(IHLXSystemPower::AddListener);
-  NEXT(IHLXSystemPower::RemoveListener);
-  NEXT(IHLXSystemPower::GetListeners);
-  NEXT(IHLXSystemPower::GetListenerCount);
-  NEXT(IHLXSystemPower::LockListener);
-  NEXT(IHLXSystemPower::UnlockListener);
-  NEXT(IHLXSystemPower::OnListenerAdded);
-  NEXT(IHLXSystemPower::OnListenerRemoved);
-  NEXT(IHLXSystemPower::ShutDown);
-  NEXT(IHLXSystemPower::Reset);
-  NEXT(IHLXSystemPower::RequestPowerOffState);
-  NEXT(IHLXSystemPower::GetRadioOnState);
-  NEXT(IHLXSystemPower::IsScreenOnState);
-  NEXT(IHLXSystemPower::IsAccOnState);
-  NEXT(IHLXSystemPower::IsColdBootState);
-  NEXT(IHLXSystemPower::SetPowerOffDelayTime);
-  NEXT(IHLXSystemPower::GetPowerOffDelayTime);
-  NEXT(IHLXSystemPower::GetRetainACCSec);
-  NEXT(IHLXSystemPower::SetRetainACCSec);
-  NEXT(IHLXSystemPower::SetBtCallState);
-  NEXT(IHLXSystemPower::SetCarPlayPhoneState);
-  NEXT(IHLXSystemPower::GetPowerWakeupType);
-  NEXT(IHLXSystemPower::SetScreenLightOn);
-  NEXT(IHLXSystemPower::SetScreenLightLevel);
-  NEXT(IHLXSystemPower::SetColorType);
-  NEXT(IHLXSystemPower::SetLedAnimation);
-  NEXT(IHLXSystemPower::GetColorType);
-  NEXT(IHLXSystemPower::GetLedAnimation);
-  NEXT(IHLXSystemPower::ResetScreenBackLight);
-  NEXT(IHLXSystemPower::GetCurScreenLightType);
-  NEXT(IHLXSystemPower::GetScreenLightLevel);
-  NEXT(IHLXSystemPower::GetScreenGammaLevel);
-  NEXT(IHLXSystemPower::SetTempMaxScreenLightLevel);
-  NEXT(IHLXSystemPower::GetDefaultScreenLightLevel);
-  NEXT(IHLXSystemPower::GetDefaultScreenGammaLevel);
-  NEXT(IHLXSystemPower::SetLightDetectStyle);
-  NEXT(IHLXSystemPower::SetLightFixDayStyle);
-  NEXT(IHLXSystemPower::IsLightAutoDetectStyle);
-  NEXT(IHLXSystemPower::IsLightDayFixStyle);
-  NEXT(IHLXSystemPower::SetButtonLightState);
-  NEXT(IHLXSystemPower::SetButtonLightValue);
-  NEXT(IHLXSystemPower::SetGammaValue);
-  NEXT(IHLXSystemPower::ResetButtonBackLight);
-  NEXT(IHLXSystemPower::GetButtonLightType);
-  NEXT(IHLXSystemPower::GetCurButtonLightLevel);
-  NEXT(IHLXSystemPower::SetPowerRvcStatus);
-  NEXT(IHLXSystemPower::ConfirmPreRadioOffState);
-  NEXT(IHLXSystemPower::GetMcuBootType);
-  NEXT(IHLXSystemPower::GetHeadLightState);
-  EXPECT_EQ(slot, 49);
-  slot = 0;
-  NEXT(IHLXPowerListener::OnScreenStateChange);
-  NEXT(IHLXPowerListener::OnRadioStateChange);
-  NEXT(IHLXPowerListener::OnAccStateChange);
-  NEXT(IHLXPowerListener::OnBatteryBootStateChange);
-  NEXT(IHLXPowerListener::OnPowerOffDelayTimeChange);
-  NEXT(IHLXPowerListener::OnPowerWakeupType);
-  NEXT(IHLXPowerListener::OnAbnormalPowerAudioNotify);
-  NEXT(IHLXPowerListener::OnAbnormalPowerUsbNotify);
-  NEXT(IHLXPowerListener::OnPowerPreRadioOffNotify);
-  NEXT(IHLXPowerListener::OnScreenLightLevelChanged);
-  NEXT(IHLXPowerListener::OnScreenLightTypeChanged);
-  NEXT(IHLXPowerListener::OnButtonLightLevelChanged);
-  NEXT(IHLXPowerListener::OnButtonLightTypeChanged);
-  NEXT(IHLXPowerListener::OnButtonColorChanged);
-  NEXT(IHLXPowerListener::OnMcuBootTypeNotify);
-  NEXT(IHLXPowerListener::OnMcuRequestDisplayUiAction);
-  NEXT(IHLXPowerListener::OnHeadLightStateChange);
-#undef NEXT
 }
 
 }  // namespace
