@@ -24,7 +24,19 @@ UpdateModel::~UpdateModel() {
   if (timer_ != 0) g_source_remove(timer_);
 }
 
-void UpdateModel::ApplyUpdate(int /*update_type*/) { Request({&kMpu, &kMcu}); }
+void UpdateModel::ApplyUpdate(int update_type) {
+  switch (update_type) {
+    case HLXUpdate::UPDATE_TYPE_MPU:
+      return ApplyMpuUpdate();
+    case HLXUpdate::UPDATE_TYPE_MCU:
+      return ApplyExternalMcuUpdate();
+    case HLXUpdate::UPDATE_TYPE_ALL:
+      return ApplyUpdateAll();
+    default:
+      unit_.Announce("UpdateRequestResultInformSignal", HLXUpdate::OP_RESULT_FAILED);
+  }
+}
+
 void UpdateModel::ApplyUpdateAll() { Request({&kMpu, &kMcu}); }
 void UpdateModel::ApplyMpuUpdate() { Request({&kMpu}); }
 void UpdateModel::ApplyExternalMcuUpdate() { Request({&kMcu}); }
@@ -43,11 +55,17 @@ void UpdateModel::Request(std::deque<const Part*> parts) {
 
 void UpdateModel::BeginPart() {
   percent_ = 0;
-  if (const char* const signal = parts_.front()->state_signal) {
-    unit_.Announce(signal, HLXUpdate::UPDATE_STATE_RUNNING);
-  }
-  if (const char* const signal = parts_.front()->progress_signal) unit_.Announce(signal, 0);
+  TellState(HLXUpdate::UPDATE_STATE_STARTED);
+  TellProgress(0);
   timer_ = g_timeout_add(std::max(plan_.duration, 1U) * 1000 * kStepPercent / 100, OnStep, this);
+}
+
+void UpdateModel::TellState(int state) {
+  if (const char* const signal = parts_.front()->state_signal) unit_.Announce(signal, state);
+}
+
+void UpdateModel::TellProgress(int progress) {
+  if (const char* const signal = parts_.front()->progress_signal) unit_.Announce(signal, progress);
 }
 
 gboolean UpdateModel::OnStep(gpointer model) {
@@ -56,17 +74,18 @@ gboolean UpdateModel::OnStep(gpointer model) {
 }
 
 void UpdateModel::Step() {
+  if (percent_ == 0) TellState(HLXUpdate::UPDATE_STATE_RUNNING);
   percent_ += kStepPercent;
   if (plan_.fails != 0 && percent_ > 50) return EndPart(false);
-  if (const char* const signal = parts_.front()->progress_signal) unit_.Announce(signal, percent_);
+  TellProgress(percent_);
   if (percent_ == 100) EndPart(true);
 }
 
 void UpdateModel::EndPart(bool succeeded) {
   g_source_remove(std::exchange(timer_, 0));
-  if (const char* const signal = parts_.front()->state_signal) {
-    unit_.Announce(signal, succeeded ? HLXUpdate::UPDATE_STATE_SUCCESS : HLXUpdate::UPDATE_STATE_FAILED);
-  }
+  TellState(succeeded ? HLXUpdate::UPDATE_STATE_SUCCESS : HLXUpdate::UPDATE_STATE_FAILED);
+  // The CAN box has no state to fail in.
+  if (!succeeded && parts_.front() == &kCanBox) TellProgress(-1);
   parts_.pop_front();
   if (!succeeded) parts_.clear();
   if (!parts_.empty()) BeginPart();

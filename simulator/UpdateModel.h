@@ -6,8 +6,8 @@
 #include "simulator/Unit.h"
 
 /// Plays the update that an application asks for. A request is answered with UpdateRequestResultInformSignal; then each
-/// part takes `update.duration` seconds and tells its state and progress. A part that fails ends the update. What the
-/// MPU's part is and what the MCU's is not looked at: nothing is written anywhere.
+/// part takes `update.duration` seconds and tells its state and progress. A part that fails ends the update. Nothing is
+/// read from a stick and nothing written.
 class UpdateModel {
  public:
   explicit UpdateModel(Unit& unit) : unit_(unit), plan_(unit.records().update) {}
@@ -15,7 +15,7 @@ class UpdateModel {
   UpdateModel(const UpdateModel&) = delete;
   UpdateModel& operator=(const UpdateModel&) = delete;
 
-  /// Every kind of update that is asked for in this way takes in both processors.
+  /// A type without a name in HLXUpdate::UpdateType is answered with OP_RESULT_FAILED.
   void ApplyUpdate(int update_type);
   void ApplyUpdateAll();
   void ApplyMpuUpdate();
@@ -31,6 +31,8 @@ class UpdateModel {
 
   void Request(std::deque<const Part*> parts);
   void BeginPart();
+  void TellState(int state);
+  void TellProgress(int progress);
   void Step();
   void EndPart(bool succeeded);
   static gboolean OnStep(gpointer model);

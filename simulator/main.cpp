@@ -8,18 +8,8 @@
 
 namespace {
 
-int Simulate(const SimulatedService::Options& options) try {
-  SimulatedService(options).Run();
-  return 0;
-} catch (const std::exception& problem) {
-  std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
-  return kExitFailed;
-}
-
-}  // namespace
-
-int main(int argc, char** argv) {
-  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+/// What the command line asks for. @return the exit code
+int Run(int argc, char** argv) {
   CLI::App app(
       "Plays the head unit's system service on the session bus: owns com.vorn.linux.systemservice, keeps the four\n"
       "shared-memory records, answers every command and prints every call and signal. Stop it with Ctrl-C.");
@@ -48,5 +38,21 @@ int main(int argc, char** argv) {
   if (emit->parsed()) return EmitSignal(emit->remaining());
   if (set->parsed()) return SetField(set->remaining());
   if (list->parsed()) return ListSignalsAndFields();
-  return Simulate(options);
+  SimulatedService(options).Run();
+  return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::setvbuf(stdout, nullptr, _IOLBF, 0);
+  try {
+    return Run(argc, argv);
+  } catch (const BadArgument& problem) {
+    std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
+    return kExitBadArgument;
+  } catch (const std::exception& problem) {
+    std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
+    return kExitFailed;
+  }
 }

@@ -30,8 +30,21 @@ DateTime FromTm(const tm& broken_down) {
           {broken_down.tm_hour, broken_down.tm_min, broken_down.tm_sec}};
 }
 
-/// `value` - `offset`, kept inside the range of int: a date that far off is refused by mktime anyway.
-int Minus(int value, int offset) { return value < INT_MIN + offset ? INT_MIN : value - offset; }
+/// Seconds since 1970-01-01 00:00 UTC of a local standard time; -1 with errno when there are none.
+time_t ToSeconds(const DateTime& local) {
+  if (local.date.year < INT_MIN + 1900 || local.date.month == INT_MIN) {
+    errno = EOVERFLOW;
+    return -1;
+  }
+  tm broken_down{};
+  broken_down.tm_year = local.date.year - 1900;
+  broken_down.tm_mon = local.date.month - 1;
+  broken_down.tm_mday = local.date.day;
+  broken_down.tm_hour = local.time.hour;
+  broken_down.tm_min = local.time.minute;
+  broken_down.tm_sec = local.time.second;
+  return std::mktime(&broken_down);
+}
 
 /// The current local time; false when there is none. localtime(), unlike localtime_r(), notices that /etc/localtime was
 /// replaced.
@@ -69,14 +82,7 @@ bool HLXTimeClient::SetCarplayTimeSync(CarplayTime& time) {
 }
 
 int HLXTimeClient::SetLocalTime(DateTime& local) {
-  tm broken_down{};
-  broken_down.tm_year = Minus(local.date.year, 1900);
-  broken_down.tm_mon = Minus(local.date.month, 1);
-  broken_down.tm_mday = local.date.day;
-  broken_down.tm_hour = local.time.hour;
-  broken_down.tm_min = local.time.minute;
-  broken_down.tm_sec = local.time.second;
-  const time_t seconds = std::mktime(&broken_down);
+  const time_t seconds = ToSeconds(local);
   if (seconds == -1) {
     HLX_LOG_ERROR("mktime failed:%s", std::strerror(errno));
     return 0;

@@ -1,0 +1,314 @@
+// The time record, the zones, the clock: with the real /etc/localtime and zoneinfo of the sandbox.
+#include <gmock/gmock.h>
+#include <sys/shm.h>
+#include <unistd.h>
+
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+#include <string>
+#include <vector>
+
+#include "HLXListenerBase.h"
+#include "client/ipc/ClientIpcAdapter.h"
+#include "client/time/HLXTimeClient.h"
+#include "data/ZoneTable.h"
+#include "tests/support/FakePlatform.h"
+
+using namespace SystemTime;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr size_t kSize = 10552;
+
+std::string Show(const DateTime& t) {
+  char text[128];
+  std::snprintf(text, sizeof text, "%d-%d-%d(%d) %d:%d:%d", t.date.year, t.date.month, t.date.day, t.date.week,
+                t.time.hour, t.time.minute, t.time.second);
+  return text;
+}
+
+class Notes : public HLXTimeListenerBase {
+ public:
+  std::vector<std::string> notes;
+  void OnDateInfoChange(DateTime& t) override { notes.push_back("date " + Show(t)); }
+  void On24TimeModeChange(int mode) override { notes.push_back("24 " + std::to_string(mode)); }
+  void OnDstStatusChange(int dst) override { notes.push_back("dst " + std::to_string(dst)); }
+  void OnExternalMcuTimeChange(DateTime& t) override { notes.push_back("mcu " + Show(t)); }
+  void OnExternalMcu24TimeModeChange(int mode) override { notes.push_back("mcu24 " + std::to_string(mode)); }
+  void OnExternalMcuTimeZoneChange(unsigned char zone) override { notes.push_back("mcuzone " + std::to_string(zone)); }
+};
+
+/// Runs a command for real.
+int RunReally(const std::string& command, int /*flag*/) { return std::system(command.c_str()) == 0 ? 1 : 0; }
+
+std::string Output(const std::string& command) {
+  std::string text;
+  FILE* const pipe = popen(command.c_str(), "r");
+  for (int c; (c = std::fgetc(pipe)) != EOF;) text += static_cast<char>(c);
+  pclose(pipe);
+  return text;
+}
+
+std::string LinkTarget() {
+  char target[PATH_MAX] = {};
+  return readlink("/etc/localtime", target, sizeof target - 1) == -1 ? "none" : target;
+}
+
+class TimeClient : public testing::Test {
+ protected:
+  void SetUp() override {
+    fake::Reset();
+    fake::RemoveSegments();
+    platform.persist[{2, 1006}] = 21;
+  }
+  void TearDown() override { fake::RemoveSegments(); }
+
+  HLXTimeClient& Make() {
+    client = std::make_unique<HLXTimeClient>(std::make_shared<ClientIpcAdapter>());
+    client->AddListener(&listener);
+    record = static_cast<unsigned char*>(shmat(shmget(static_cast<key_t>(0xA8800083), kSize, 0), nullptr, 0));
+    return *client;
+  }
+  int Int(size_t offset) const {
+    int value;
+    std::memcpy(&value, record + offset, sizeof value);
+    return value;
+  }
+  template <class... T>
+  void Put(size_t offset, T... values) const {
+    const int all[] = {values...};
+    std::memcpy(record + offset, all, sizeof all);
+  }
+
+  fake::Platform& platform = fake::Get();
+  Notes listener;
+  std::unique_ptr<HLXTimeClient> client;
+  unsigned char* record = nullptr;
+};
+
+TEST_F(TimeClient, FirstBoot) {
+  platform.persist.clear();
+  platform.config = {{"/setting/enable_24hour_mode", "true"},
+                     {"/setting/default_time_auto_adjust", "true"},
+                     {"/setting/default_time_zone", "48"}};
+  platform.exec = [](const std::string&, int) { return 0; };
+  Make();
+  EXPECT_THAT((std::vector<int>{Int(0), Int(4), Int(8), Int(44), Int(10476), Int(10508), Int(10512)}),
+              ElementsAre(1, 1, 0, 79, 48, 1, 1));
+  const std::string fail = " fail:PERSIST_ERROR_DATA_NOT_FOUND";
+  std::vector<std::string> log = platform.LoggedAll();
+  log.resize(12);
+  EXPECT_THAT(log, ElementsAre("INFO system share data:time_client", "INFO InitTimeShmData()",
+                               "WARN Read PERSIST_ID_TIME_RESET_FLAG" + fail, "DEBUG _is_time_reset_need:1",
+                               "WARN Read PERSIST_ID_TIME_24_MODE" + fail, "DEBUG _time_24_mode:1",
+                               "WARN Read PERSIST_ID_AUTO_SYNC" + fail, "DEBUG _auto_sync_mode:1",
+                               "WARN Read PERSIST_ID_ENABLE_DIST" + fail, "WARN Read PERSIST_ID_ZONE" + fail,
+                               "DEBUG _cur_zone:48", "INFO Init:_is_time_reset_need(1),IsSystemColdBoot(0)"));
+}
+
+TEST_F(TimeClient, SavedSettingsAndAnInitialisedRecord) {
+  platform.persist = {{{2, 1012}, 0}, {{2, 1003}, 5}, {{2, 1004}, 6}, {{2, 1005}, 7}, {{2, 1006}, 77}};
+  Make();
+  EXPECT_THAT((std::vector<int>{Int(0), Int(4), Int(8), Int(10476), Int(10512)}), ElementsAre(5, 6, 7, 77, 0));
+
+  std::memset(record + 44, 0, 10432);  // the zones
+  platform.persist = {{{2, 1006}, 3}};
+  platform.config["/setting/default_time_zone_istanbul_p3"] = "true";
+  Make();
+  EXPECT_THAT((std::vector<int>{Int(0), Int(44), Int(10476)}), ElementsAre(5, 79, 77));
+  EXPECT_STREQ(client->GetZoneNode(static_cast<TimeZone>(31))->zone_name, "(GMT+03:00) Athens, Bucharest, Istanbul");
+}
+
+TEST_F(TimeClient, ZoneTable) {
+  Make();
+  const ZoneList* const zones = client->GetAllZoneInfo();
+  EXPECT_EQ(static_cast<const void*>(zones),
+            client->GetZoneNode(TIME_ZONE_MIDWAY_ISLAND) == nullptr
+                ? nullptr
+                : reinterpret_cast<const char*>(client->GetZoneNode(TIME_ZONE_MIDWAY_ISLAND)) - 4);
+  unsigned long long sum = 14695981039346656037ULL;  // FNV-1a over "zone|name|file\n" of the published list
+  for (int zone = 0; zone < 79; ++zone) {
+    ASSERT_EQ(zones->zone_table[zone].zone, zone);
+    const std::string row =
+        std::to_string(zone) + "|" + zones->zone_table[zone].zone_name + "|" + HLXSystemData::kZones[zone].path + "\n";
+    for (const unsigned char byte : row) sum = (sum ^ byte) * 1099511628211ULL;
+  }
+  EXPECT_EQ(sum, 203768213916702531ULL);
+  EXPECT_STREQ(zones->zone_table[33].zone_name, "GMT+03:00) Kuwait, Riyadh");
+  EXPECT_EQ(client->GetZoneNode(static_cast<TimeZone>(78)), &zones->zone_table[78]);
+  EXPECT_EQ(client->GetZoneNode(static_cast<TimeZone>(79)), nullptr);
+  EXPECT_EQ(reinterpret_cast<const char*>(client->GetZoneNode(static_cast<TimeZone>(-1))),
+            reinterpret_cast<const char*>(zones) + 4 - 132);
+}
+
+TEST_F(TimeClient, GettersReadTheirFields) {
+  Make();
+  Put(0, 11, 12, 13, 14, 2026, 11, 24, 2, 23, 59, 58);
+  Put(10476, -5);
+  Put(10516, 1999, 12, 31, 5, 1, 2, 3, 44);
+  record[10548] = 200;
+  EXPECT_THAT((std::vector<int>{client->GetTime24Mode(), client->GetAutoSyncMode(), client->GetAutoAdjustDstMode(),
+                                client->IsCurZoneDstActive(), client->GetCurTimeZone(),
+                                client->GetExtMcuCanTime24Mode(), client->GetExtMcuCanTimeZone()}),
+              ElementsAre(11, 12, 13, 14, -5, 44, 200));
+  DateTime now{}, vehicle{};
+  client->GetCurDateInfo(now.date);
+  client->GetCurTimeInfo(now.time);
+  client->GetExtMcuCanDateTimeInfo(vehicle);
+  EXPECT_EQ(Show(now), "2026-11-24(2) 23:59:58");
+  EXPECT_EQ(Show(vehicle), "1999-12-31(5) 1:2:3");
+
+  client->OnDateInfoChange(9);
+  client->On24TimeModeChange(-1);
+  client->OnDstStatusChange(3);
+  client->OnExternalMcuTimeChange(9);
+  client->OnExternalMcuTimeChange(9);
+  EXPECT_THAT(listener.notes, ElementsAre("date 2026-11-24(2) 23:59:58", "24 -1", "dst 3", "mcu 1999-12-31(5) 1:2:3",
+                                          "mcu24 44", "mcuzone 200", "mcu 1999-12-31(5) 1:2:3"));
+}
+
+TEST_F(TimeClient, SynchronisedTime) {
+  Make();
+  platform.log.clear();
+  const auto synchronised = [this] {
+    DateTime t{};
+    std::memcpy(&t, record + 10480, sizeof t);
+    return Show(t);
+  };
+  DateTime utc = {{2026, 2, 30, 9}, {25, 61, -1}};
+  EXPECT_TRUE(client->SetGpsUTCTimeSync(utc, 0));
+  EXPECT_EQ(synchronised(), "2026-2-30(9) 25:61:-1");
+  EXPECT_FALSE(client->SetGpsUTCTimeSync(utc, 1)) << "not connected";
+  EXPECT_THAT(platform.LoggedAll(),
+              ElementsAre("INFO SetGpsUTCTimeSync:2026-2-30,25:61:-1", "INFO SetGpsUTCTimeSync:2026-2-30,25:61:-1"));
+  struct {
+    int seconds;
+    const char* utc;
+  } const times[] = {{0, "1970-1-1(4) 0:0:0"},
+                     {INT_MAX, "2038-1-19(2) 3:14:7"},
+                     {INT_MIN, "1901-12-13(5) 20:45:52"},
+                     {951782400, "2000-2-29(2) 0:0:0"},
+                     {1709164799, "2024-2-28(3) 23:59:59"}};
+  for (const auto& time : times) {
+    CarplayTime carplay = {time.seconds};
+    EXPECT_TRUE(client->SetCarplayTimeSync(carplay));
+    EXPECT_EQ(synchronised(), time.utc);
+  }
+  EXPECT_EQ(platform.log.back().text, "SetCarplayTimeSync:2024-2-28,23:59:59");
+}
+
+TEST_F(TimeClient, SettingTheClock) {
+  platform.exec = RunReally;
+  Make();
+  client->SetBootTimeZone(TIME_ZONE_OSAKA);
+  platform.exec = nullptr;
+  struct {
+    DateInfo date;
+    TimeInfo time;
+    long long seconds;  ///< -1: no such time
+  } const times[] = {
+      {{1970, 1, 1, 0}, {9, 0, 0}, 0},
+      {{2040, 1, 1, 99}, {0, 0, 0}, 2208956400},
+      {{2026, 13, 0, 0}, {0, 0, 0}, 1798642800},  // 31 December 2026, as mktime counts on
+      {{1, 1, 1, 0}, {9, 18, 59}, -62135596800},  // before the zone's first rule: local mean time
+      {{1970, 1, 1, 0}, {8, 59, 59}, -1},
+      {{INT_MIN, 1, 1, 0}, {0, 0, 0}, -1},
+      {{INT_MAX, INT_MIN, INT_MAX, 0}, {INT_MAX, INT_MAX, INT_MAX}, 0},
+  };
+  for (const auto& time : times) {
+    platform.clock_settings.clear();
+    platform.commands.clear();
+    platform.log.clear();
+    DateTime local = {time.date, time.time};
+    const int result = client->SetLocalTime(local);
+    if (time.date.year == INT_MAX) continue;  // anything but undefined
+    if (time.seconds == -1) {
+      EXPECT_EQ(result, 0);
+      EXPECT_THAT(platform.LoggedAll(), ElementsAre(testing::StartsWith("ERROR mktime failed:")));
+      EXPECT_TRUE(platform.commands.empty());
+    } else {
+      EXPECT_EQ(result, 1);
+      EXPECT_THAT(platform.clock_settings, ElementsAre(time.seconds)) << Show(local);
+      EXPECT_THAT(platform.commands, ElementsAre(std::make_pair("hwclock -w -u", 1)));
+    }
+  }
+  platform.log.clear();
+  platform.clock_errno = EPERM;
+  platform.exec = [](const std::string&, int) { return 0; };
+  DateTime local = {{2026, 1, 1, 0}, {0, 0, 0}};
+  EXPECT_EQ(client->SetLocalTime(local), 0);
+  EXPECT_THAT(platform.LoggedAll(),
+              ElementsAre("ERROR stime error:Operation not permitted.", "ERROR exec hwclock -w error."));
+}
+
+TEST_F(TimeClient, EveryZoneBecomesTheSystems) {
+  platform.exec = RunReally;
+  for (int zone = 0; zone < 79; ++zone) {
+    SCOPED_TRACE(zone);
+    const std::string path = HLXSystemData::kZones[zone].path;
+    ASSERT_EQ(access(path.c_str(), R_OK), 0) << path << " is missing on this machine";
+    fake::RemoveSegments();
+    platform.persist[{2, 1006}] = zone;
+    std::string before, published, after;
+    do {  // the second may tick in between
+      const std::string date = "TZ=:" + path + " date '+%Y-%-m-%-d(%w) %-H:%-M:%-S'";
+      before = Output(date);
+      platform.persist_writes.clear();
+      Make();
+      DateTime now{};
+      client->GetCurDateInfo(now.date);
+      client->GetCurTimeInfo(now.time);
+      published = Show(now) + "\n";
+      after = Output(date);
+    } while (before != after);
+    EXPECT_EQ(published, before);
+    EXPECT_EQ(LinkTarget(), path);
+    const time_t seconds = std::time(nullptr);
+    EXPECT_EQ(client->IsCurZoneDstActive(), std::localtime(&seconds)->tm_isdst);
+    EXPECT_EQ(Output("date +%z"), Output("TZ=:" + path + " date +%z"));
+    EXPECT_THAT(platform.persist_writes, ElementsAre(fake::PersistWrite{2, 1006, zone, {0}}));
+  }
+}
+
+TEST_F(TimeClient, ApplyingAZoneStepByStep) {
+  Make();
+  const auto apply = [this](int zone) {
+    platform.log.clear();
+    platform.commands.clear();
+    listener.notes.clear();
+    client->SetBootTimeZone(static_cast<TimeZone>(zone));
+    return platform.LoggedAll();
+  };
+  EXPECT_THAT(apply(79), ElementsAre("INFO SetBootTimeZone:zone(79).", "ERROR SetBootTimeZone:Unavailable zone!"));
+  EXPECT_EQ(Int(10476), 21);
+  EXPECT_TRUE(platform.commands.empty());
+
+  EXPECT_THAT(apply(-1), ElementsAre("INFO SetBootTimeZone:zone(-1).",
+                                     "DEBUG SetBootTimeZone,cmd:ln -s  /etc/localtime", "DEBUG SetBootCurDstStatus:."));
+  EXPECT_THAT(platform.commands,
+              ElementsAre(std::make_pair("rm -rf /etc/localtime", 0), std::make_pair("ln -s  /etc/localtime", 1)));
+  EXPECT_EQ(Int(10476), -1);
+  EXPECT_EQ(listener.notes.size(), 1U);
+
+  platform.persist_write_result = 4;
+  EXPECT_THAT(apply(78),
+              ElementsAre("INFO SetBootTimeZone:zone(78).",
+                          "DEBUG SetBootTimeZone,cmd:ln -s /usr/share/zoneinfo/Asia/Tokyo /etc/localtime",
+                          "DEBUG SetBootCurDstStatus:.", "WARN Write PERSIST_ID_ZONE fail:PERSIST_ERROR_WRITE_FAIL"));
+  platform.exec = [](const std::string&, int) { return 0; };
+  EXPECT_THAT(apply(78),
+              ElementsAre("INFO SetBootTimeZone:zone(78).", HasSubstr("ERROR SetTimeZone:remove /etc/localtime fail:"),
+                          HasSubstr("cmd:ln -s"), "ERROR SetBootTimeZone:Set time zone path fail."));
+  EXPECT_TRUE(listener.notes.empty());
+
+  unlink("/etc/localtime");
+  platform.exec = nullptr;
+  apply(0);
+  EXPECT_THAT(platform.commands,
+              ElementsAre(std::make_pair("ln -s /usr/share/zoneinfo/Pacific/Apia /etc/localtime", 1)));
+}
+
+}  // namespace
