@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
+#include "HLXMiscTypes.h"
 #include "data/HLXPersist.h"
 #include "platform/HLXLog.h"
 #include "platform/LibConfigs.h"
@@ -10,15 +11,12 @@
 HLX_LOG_SOURCE("data/HLXSystemData");
 
 using namespace HLXSystemData;
+using namespace SystemMisc;
 
 namespace {
 
-constexpr uint32_t kStateUnknown = 5;
 constexpr uint32_t kParking = 1;
-constexpr uint32_t kAirBlowUnknown = 8;
-constexpr uint32_t kRadioRegionUnknown = 3;
 constexpr uint8_t kSpeakers = 4;
-constexpr uint8_t kRadarNone = 255;
 
 uint32_t Configured(const char* key) { return GetLibConfigs()->GetBool(key) ? 1 : 0; }
 
@@ -69,19 +67,19 @@ void MiscShmDataBase::InitMiscShmData(MiscShmData* data) {
   HLX_LOG_DEBUG("_can_box_enble:%d", static_cast<int>(data->_can_box_enble));
   HLX_LOG_DEBUG("_screen_shot_enble:%d", static_cast<int>(data->_screen_shot_enble));
 
-  data->dab_ant_state = kStateUnknown;
-  data->gps_ant_state = kStateUnknown;
-  data->mic_connect_state = kStateUnknown;
-  data->radio_ant_state = kStateUnknown;
+  data->dab_ant_state = ANT_STATE_UNKNOWN;
+  data->gps_ant_state = ANT_STATE_UNKNOWN;
+  data->mic_connect_state = ANT_STATE_UNKNOWN;
+  data->radio_ant_state = ANT_STATE_UNKNOWN;
   data->parking_state = kParking;
   data->is_handbrake_test_on = Configured("/setting/handbrake_test_default_on");
   data->is_gps_ant_checking_on = Configured("/setting/gps_ant_checking_default_on");
 
   ZeroVehicleData(data);
 
-  std::fill(std::begin(data->speaker_states), std::end(data->speaker_states), kStateUnknown);
-  data->air_blow_mode = kAirBlowUnknown;
-  data->radio_region = kRadioRegionUnknown;
+  std::fill(std::begin(data->speaker_states), std::end(data->speaker_states), SPEAKER_STATE_UNKNOWN);
+  data->air_blow_mode = AIR_BLOW_UNKNOWN;
+  data->radio_region = RADIO_REGION_UNKNOWN;
   data->speakers_amount = kSpeakers;
-  std::fill(std::begin(data->steel_mate_radar), std::end(data->steel_mate_radar), kRadarNone);
+  std::fill(std::begin(data->steel_mate_radar), std::end(data->steel_mate_radar), RADAR_VALUE_NONE);
 }

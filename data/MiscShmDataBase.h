@@ -60,6 +60,9 @@ struct MiscShmData {
 };
 
 static_assert(sizeof(MiscShmData) == 232, "record size");
+static_assert(offsetof(MiscShmData, reserved_32) == 32, "record layout");
+static_assert(offsetof(MiscShmData, reserved_107) == 107, "record layout");
+static_assert(offsetof(MiscShmData, reserved_188) == 188, "record layout");
 static_assert(offsetof(MiscShmData, car_speed) == 0, "record layout");
 static_assert(offsetof(MiscShmData, car_float_speed_raw) == 4, "record layout");
 static_assert(offsetof(MiscShmData, parking_state) == 8, "record layout");
@@ -68,6 +71,7 @@ static_assert(offsetof(MiscShmData, radio_ant_state) == 16, "record layout");
 static_assert(offsetof(MiscShmData, gps_ant_state) == 20, "record layout");
 static_assert(offsetof(MiscShmData, dab_ant_state) == 24, "record layout");
 static_assert(offsetof(MiscShmData, mic_connect_state) == 28, "record layout");
+static_assert(offsetof(MiscShmData, reserved_32) == 32, "record layout");
 static_assert(offsetof(MiscShmData, speaker_states) == 36, "record layout");
 static_assert(offsetof(MiscShmData, _is_rvc_delay) == 52, "record layout");
 static_assert(offsetof(MiscShmData, _is_left_position) == 56, "record layout");
@@ -83,6 +87,7 @@ static_assert(offsetof(MiscShmData, environment_temperature) == 96, "record layo
 static_assert(offsetof(MiscShmData, simple_air_mode_bits) == 104, "record layout");
 static_assert(offsetof(MiscShmData, simple_environment_temperature) == 105, "record layout");
 static_assert(offsetof(MiscShmData, door_state_bits) == 106, "record layout");
+static_assert(offsetof(MiscShmData, reserved_107) == 107, "record layout");
 static_assert(offsetof(MiscShmData, current_car_speed) == 108, "record layout");
 static_assert(offsetof(MiscShmData, average_car_speed) == 112, "record layout");
 static_assert(offsetof(MiscShmData, raise_current_mile) == 116, "record layout");
@@ -96,6 +101,7 @@ static_assert(offsetof(MiscShmData, engine_rotate_speed) == 144, "record layout"
 static_assert(offsetof(MiscShmData, can_version) == 148, "record layout");
 static_assert(offsetof(MiscShmData, _can_box_enble) == 180, "record layout");
 static_assert(offsetof(MiscShmData, _screen_shot_enble) == 184, "record layout");
+static_assert(offsetof(MiscShmData, reserved_188) == 188, "record layout");
 static_assert(offsetof(MiscShmData, simple_rvc_signal_actived) == 192, "record layout");
 static_assert(offsetof(MiscShmData, rear_camera_active) == 196, "record layout");
 static_assert(offsetof(MiscShmData, front_camera_active) == 200, "record layout");

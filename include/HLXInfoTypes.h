@@ -50,6 +50,7 @@ struct VersionInfo {
   std::string mcu_internal_version;
 };
 
+/// Fuels that the unit can tell apart. The numbers are fixed; other values do not occur.
 enum FuelType : int {
   FUEL_TYPE_UNLEADED = 3,
   FUEL_TYPE_DIESEL = 4,

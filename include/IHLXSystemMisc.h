@@ -15,7 +15,8 @@
 /// before HLX_StartSystemProxy(). Speeds, distances and consumption are as the CAN box counts them.
 ///
 /// Commands are blocking D-Bus calls on the caller's thread, see IHLXSystemPower. All functions may be called from any
-/// thread. The order of the virtual functions is part of the binary interface.
+/// thread, but for the registration of listeners: see IHLXListener. The order of the virtual functions is part of the
+/// binary interface.
 class HLX_API IHLXSystemMisc : public IHLXListener<IHLXSystemMiscListener> {
  public:
   /// Sets the entries of speakers 1 to 4 in `states`; other entries are left alone.
@@ -88,10 +89,9 @@ class HLX_API IHLXSystemMisc : public IHLXListener<IHLXSystemMiscListener> {
   virtual int GetAverageFuel() = 0;
   /// @return engine speed in revolutions per minute
   virtual int GetEngineRotateSpeed() = 0;
-  /// @return address of the CAN box's version text in shared memory; it lives as long as the process and may change at
-  /// any
-  ///   time. The text is 32 bytes at most and not terminated when it fills them: bound every read, as in
-  ///   std::string(text, strnlen(text, 32))
+  /// @return address of the CAN box's version text in shared memory; it stays valid until the process ends, and the
+  ///   text may change at any time. The text is 32 bytes at most and not terminated when it fills them: bound every
+  ///   read, as in std::string(text, strnlen(text, 32))
   virtual const char* GetCanVersion() = 0;
   /// @return whole degrees outside, -128 to 127
   virtual int GetSimpleEnvironmentTemperature() = 0;

@@ -16,7 +16,7 @@
 /// counts them. The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXSystemMiscListener {
  public:
-  virtual ~IHLXSystemMiscListener() {}
+  virtual ~IHLXSystemMiscListener() = default;
 
   /// All four speakers, changed or not.
   virtual void OnSpeakerStateChange(std::map<SystemMisc::Speaker, SystemMisc::SpeakerState> states) = 0;

@@ -10,7 +10,8 @@
 ///
 /// Asking for this client has effects on the system: its construction makes the unit's zone the system's (it replaces
 /// /etc/localtime by a link to the zone's file), writes the zone back to the saved settings, and overwrites date, time
-/// and daylight saving in the shared record. One process of a unit is meant to do this.
+/// and daylight saving in the shared record. Every process that asks for the client does so, once. When two start
+/// together, one of them may find the link made already; it logs that and goes on.
 ///
 /// Getters read the shared time record without a lock; two read one after the other may come from different updates.
 /// Commands are blocking D-Bus calls on the caller's thread, see IHLXSystemPower. All functions may be called from any
@@ -34,9 +35,8 @@ class HLX_API IHLXSystemTime : public IHLXListener<IHLXSystemTimeListener> {
   virtual void SetCurTime(SystemTime::TimeInfo& time) = 0;
   /// @return the zones in shared memory, valid as long as the process
   virtual SystemTime::ZoneList* GetAllZoneInfo() = 0;
-  /// @return the zone's entry in shared memory; null above 78. A negative `zone` is not refused and yields an address
-  /// in
-  ///   front of the table: check it yourself
+  /// @return the zone's entry in shared memory; null above 78. A negative `zone` is not rejected and yields an address
+  ///   before the table: check it yourself
   virtual SystemTime::ZoneInfo* GetZoneNode(SystemTime::TimeZone zone) = 0;
   virtual void SetTimeZone(SystemTime::TimeZone zone) = 0;
   /// @return the zone; a saved zone outside 0 to 78 is returned as it is

@@ -8,8 +8,8 @@
 ///
 /// Callbacks run on the thread that iterates the main context of HLX_StartSystemProxy(),
 /// OnDetectValidUpdateFileNotify() also on the library's own thread that searches a stick. One at a time, with the
-/// client's listener mutex held: they must not add or remove listeners, release the library or block for long. The
-/// order of the virtual functions is part of the binary interface.
+/// client's listener mutex held: they must not add or remove listeners, release the library, throw or block for long.
+/// The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXUpdateListener {
  public:
   virtual ~IHLXUpdateListener() {}
@@ -17,7 +17,7 @@ class HLX_API IHLXUpdateListener {
   /// Outcome of a search, which the process named "hmi" makes when the service reports a stick.
   virtual void OnDetectValidUpdateFileNotify(HLXUpdate::UpdateNotifyResult result) = 0;
   virtual void OnUpdateRequestResultInform(HLXUpdate::OpResult result) = 0;
-  /// @param value progress of the CAN box's update in percent, negative when it failed
+  /// @param value progress of the CAN box's update, the service's value unchanged
   virtual void OnUpdateCanProcess(int value) = 0;
   virtual void OnMcuUpdateStateNotify(HLXUpdate::UpdateState state) = 0;
   virtual void OnMpuUpdateStateNotify(HLXUpdate::UpdateState state) = 0;

@@ -33,10 +33,8 @@ void Set(Unit& unit, GVariant* parameters) {
   GVariant* boxed = nullptr;
   g_variant_get(parameters, "(&sv)", &name, &boxed);
   const GLibPtr<GVariant> value(boxed);
-  const RecordField* const field = FindField(name);
-  if (field == nullptr) throw BadArgument("field: there is no field " + std::string(name));
   const std::string text = TextOf(value.get());
-  field->StoreText(unit.records(), text);
+  FieldNamed(name).StoreText(unit.records(), text);
   unit.Journal("set " + std::string(name) + " = " + text);
 }
 

@@ -3,7 +3,7 @@
 using namespace HLXSystemData;
 
 void MiscModel::Boot() {
-  if (Load(misc_.can_version[0]) == '\0') FindField("misc.can_version")->StoreText(unit_.records(), "CAN-SIM-1.0");
+  if (Load(misc_.can_version[0]) == '\0') FieldNamed("misc.can_version").StoreText(unit_.records(), "CAN-SIM-1.0");
 }
 
 void MiscModel::SpeakerDetectStart() {

@@ -1,9 +1,5 @@
 #include "simulator/RecordFields.h"
 
-#include <limits>
-
-#include "simulator/Values.h"
-
 namespace {
 
 template <class T>

@@ -12,6 +12,7 @@
 #include "data/PowerShmDataBase.h"
 #include "data/SharedField.h"
 #include "data/TimeShmDataBase.h"
+#include "simulator/Values.h"
 
 /// How the next update will go.
 struct UpdatePlan {
@@ -153,10 +154,10 @@ inline constexpr RecordField kRecordFields[] = {
 };
 #undef HLX_FIELD
 
-/// The field of that name, or null.
-constexpr const RecordField* FindField(std::string_view name) {
+/// @throws BadArgument when there is no such field
+constexpr const RecordField& FieldNamed(std::string_view name) {
   for (const RecordField& field : kRecordFields) {
-    if (field.name == name) return &field;
+    if (field.name == name) return field;
   }
-  return nullptr;
+  throw BadArgument("field: there is no field " + std::string(name));
 }

@@ -37,7 +37,7 @@ SimulatedService::SimulatedService(const Options& options)
 
   Records& records = unit_.records();
   records.update.fails = options.update_fails ? 1 : 0;
-  FindField("info.mcu_version")->StoreText(records, options.mcu_version);
+  FieldNamed("info.mcu_version").StoreText(records, options.mcu_version);
   std::get<PowerModel>(models_).Boot();
   std::get<MiscModel>(models_).Boot();
   std::get<TimeModel>(models_).Boot();

@@ -57,7 +57,7 @@ void UpdateModel::BeginPart() {
   percent_ = 0;
   TellState(HLXUpdate::UPDATE_STATE_STARTED);
   TellProgress(0);
-  timer_ = g_timeout_add(std::max(plan_.duration, 1U) * 1000 * kStepPercent / 100, OnStep, this);
+  timer_ = g_timeout_add(std::clamp(plan_.duration, 1U, 3600U) * 1000 * kStepPercent / 100, OnStep, this);
 }
 
 void UpdateModel::TellState(int state) {

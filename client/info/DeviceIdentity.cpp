@@ -17,6 +17,7 @@ namespace {
 constexpr char kUuid[] = "uuid=";
 constexpr std::size_t kUuidLength = sizeof(kUuid) - 1;
 constexpr std::size_t kIdentifierLength = 32;
+constexpr std::size_t kSampleLength = 32;
 
 class FileDescriptor {
  public:
@@ -55,6 +56,10 @@ std::string DeviceIdentity::SerialNumberFrom(const std::string& command_line) {
   return serial;
 }
 
+unsigned int DeviceIdentity::MachineSampleFrom(const std::string& text) {
+  return static_cast<unsigned int>(std::stoi(text, nullptr, 16));
+}
+
 int DeviceIdentity::ReadMachineSample(const char* path, unsigned int* value) {
   if (value == nullptr) {
     HLX_LOG_ERROR("pointer to value is NULL\n");
@@ -68,8 +73,11 @@ int DeviceIdentity::ReadMachineSample(const char* path, unsigned int* value) {
     std::perror("Open");
     return -1;
   }
-  char text[kIdentifierLength + 1] = {};
-  const ssize_t length = read(file.Get(), text, kIdentifierLength);
-  *value = static_cast<unsigned int>(std::stoi(text, nullptr, 16));
-  return length == -1 ? -1 : 0;
+  char text[kSampleLength + 1] = {};
+  if (read(file.Get(), text, kSampleLength) == -1) {
+    *value = 0;
+    return -1;
+  }
+  *value = MachineSampleFrom(text);
+  return 0;
 }

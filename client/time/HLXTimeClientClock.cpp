@@ -43,6 +43,7 @@ time_t ToSeconds(const DateTime& local) {
   broken_down.tm_hour = local.time.hour;
   broken_down.tm_min = local.time.minute;
   broken_down.tm_sec = local.time.second;
+  errno = 0;
   return std::mktime(&broken_down);
 }
 
@@ -127,7 +128,7 @@ void HLXTimeClient::LinkZone(TimeZone zone) {
     HLX_LOG_ERROR("SetTimeZone:remove %s fail:%s", kLocalTimeFile, std::strerror(errno));
   }
 
-  // A zone that is not in the map, a negative one, gets an empty entry and so a command that fails.
+  // A zone that is not in the map, a negative one, gets an empty entry and so a command without a file.
   char command[kCommandSize] = {};
   std::snprintf(command, sizeof command, "ln -s %s %s", zone_map[zone].zone_path.c_str(), kLocalTimeFile);
   HLX_LOG_DEBUG("SetBootTimeZone,cmd:%s", command);

@@ -24,10 +24,8 @@ constexpr int kDetached = -1;  ///< no session has this number
 }  // namespace
 
 int PackageSearch::NewSession() {
-  {
-    const std::lock_guard<std::mutex> lock(version_mutex_);
-    package_version_ = {};
-  }
+  const std::lock_guard<std::mutex> lock(version_mutex_);
+  package_version_ = {};
   const int session = session_counter_ <= kLastSession ? session_counter_ + 1 : 0;
   session_counter_ = session;
   return session;
@@ -42,8 +40,8 @@ void PackageSearch::Start(int session) {
 }
 
 void PackageSearch::Detach() {
-  session_counter_ = kDetached;
   const std::lock_guard<std::mutex> lock(owner_);
+  session_counter_ = kDetached;
   client_ = nullptr;
   info_ = nullptr;
 }
@@ -60,7 +58,10 @@ void PackageSearch::Relay(UpdateNotifyResult result) {
 
 bool PackageSearch::UnitVersion(SystemInfo::VersionInfo* unit) {
   const std::lock_guard<std::mutex> lock(owner_);
-  return info_ != nullptr && info_->GetLocalVersionInfo(*unit) != 0;
+  if (info_ == nullptr) return false;
+  if (info_->GetLocalVersionInfo(*unit) != 0) return true;
+  HLX_LOG_ERROR("Get local version info fail.");
+  return false;
 }
 
 void PackageSearch::AnalysisSoftwareFile(int session) {
@@ -73,7 +74,7 @@ void PackageSearch::AnalysisSoftwareFile(int session) {
     HLX_LOG_ERROR("Can not find version file in path:%s.", version_file.c_str());
     return;
   }
-  if (VerifyUpdateVersion() && !Overtaken(session)) {
+  if (VerifyUpdateVersion(session) && !Overtaken(session)) {
     Relay(UPDATE_NOTIFY_VALID);
   } else {
     HLX_LOG_ERROR("verify update availability fail.");
@@ -124,16 +125,14 @@ bool PackageSearch::Extract(int session) {
   return true;
 }
 
-bool PackageSearch::VerifyUpdateVersion() {
+bool PackageSearch::VerifyUpdateVersion(int session) {
   SystemInfo::VersionInfo unit;
-  if (!UnitVersion(&unit)) {
-    HLX_LOG_ERROR("Get local version info fail.");
-    return false;
-  }
+  if (!UnitVersion(&unit)) return false;
   const SystemInfo::VersionInfo package = verifier_.ReadVersion();
   {
+    // What is shown is the package of the newest report, not of a search that it overtook.
     const std::lock_guard<std::mutex> lock(version_mutex_);
-    package_version_ = package;
+    if (!Overtaken(session)) package_version_ = package;
   }
   const UpdateNotifyResult result = verifier_.CompareWith(unit, package);
   if (result == UPDATE_NOTIFY_VALID) return true;

@@ -32,7 +32,7 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   void AnalysisSoftwareFile(int session);
   bool VerifyPackage(int session);
   bool Extract(int session);
-  bool VerifyUpdateVersion();
+  bool VerifyUpdateVersion(int session);
   bool Overtaken(int session) const { return session != session_counter_; }
   void Relay(HLXUpdate::UpdateNotifyResult result);
   bool UnitVersion(SystemInfo::VersionInfo* unit);
@@ -45,6 +45,6 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   HLXUpdateClient* client_;
   IHLXSystemInfo* info_;
 
-  mutable std::mutex version_mutex_;
+  mutable std::mutex version_mutex_;  ///< also held while a session begins
   SystemInfo::VersionInfo package_version_;
 };

@@ -3,13 +3,17 @@
 #include <fcntl.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "client/CommandPipe.h"
 #include "client/info/VersionFile.h"
+#include "dbus/GLibPtr.h"
 #include "platform/HLXLog.h"
 #include "platform/HLXPlatform.h"
 #include "platform/LibConfigs.h"
@@ -22,14 +26,41 @@ namespace {
 
 constexpr int kChecksumLineLimit = 1023;
 
-/// Up to `N` numbers of a version text; those that the pattern does not reach stay 0.
+/// The numbers of a version text "V1.2.3.4", each with blanks and a sign in front if need be; those that the text does
+/// not reach stay 0. A number that does not fit counts as the nearest that does: it comes from a stick.
 template <std::size_t N>
 std::array<int, N> Numbers(const std::string& version) {
-  std::array<int, 4> all{};
-  std::sscanf(version.c_str(), "V%d.%d.%d.%d", &all[0], &all[1], &all[2], &all[3]);
   std::array<int, N> numbers{};
-  for (std::size_t i = 0; i < N; ++i) numbers[i] = all[i];
+  const char* text = version.c_str();
+  char expected = 'V';
+  for (int& number : numbers) {
+    if (*text != expected) break;
+    char* end = nullptr;
+    const long long value = std::strtoll(text + 1, &end, 10);
+    if (end == text + 1) break;
+    number = static_cast<int>(std::clamp<long long>(value, INT_MIN, INT_MAX));
+    text = end;
+    expected = '.';
+  }
   return numbers;
+}
+
+/// A path as a word of a shell command; the unit's own paths stay as they are.
+std::string Word(const std::string& path) {
+  const bool plain =
+      path.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./-") == std::string::npos;
+  return plain ? path : GLibPtr<gchar>(g_shell_quote(path.c_str())).get();
+}
+
+/// Takes the descriptor over. Null with errno set.
+FilePtr OpenStream(int descriptor) {
+  std::FILE* const file = fdopen(descriptor, "r");
+  if (file == nullptr) {
+    const int reason = errno;
+    close(descriptor);
+    errno = reason;
+  }
+  return FilePtr(file);
 }
 
 /// Opens `path` for reading, refusing a symbolic link in any place of it below `directory`. Null with errno set.
@@ -46,7 +77,7 @@ FilePtr OpenBelow(const std::string& directory, const std::string& path) {
     descriptor = next;
     start = end == std::string::npos ? path.size() + 1 : end + 1;
   }
-  return FilePtr(descriptor == -1 ? nullptr : fdopen(descriptor, "r"));
+  return descriptor == -1 ? nullptr : OpenStream(descriptor);
 }
 
 bool Allowed(const char* key) { return GetLibConfigs()->GetBool(key); }
@@ -60,7 +91,7 @@ bool PackageVerifier::VerifyMD5Sum() const {
     HLX_LOG_ERROR("no md5 text file found in usb0 path.");
     return false;
   }
-  const auto report = FirstLineOf("cd " + paths_.stick + " && md5sum -c md5.txt", kChecksumLineLimit);
+  const auto report = FirstLineOf("cd " + Word(paths_.stick) + " && md5sum -c md5.txt", kChecksumLineLimit);
   if (!report) return false;
   HLX_LOG_INFO("get checksum result:%s", report->c_str());
   if (report->find("OK") == std::string::npos) return false;

@@ -1,3 +1,4 @@
+#include <glib.h>
 #include <sys/stat.h>
 
 #include <memory>
@@ -5,7 +6,6 @@
 #include <set>
 #include <string>
 
-#include "dbus/GLibPtr.h"
 #include "platform/LibConfigs.h"
 #include "platform/host/HostLog.h"
 #include "platform/host/HostPaths.h"
@@ -17,6 +17,11 @@ namespace {
 struct KeyFileDeleter {
   void operator()(GKeyFile* file) const { g_key_file_unref(file); }
 };
+
+std::string TextOf(GKeyFile* file, const gchar* group, const gchar* name, GError** error) {
+  g_autofree gchar* text = g_key_file_get_string(file, group, name, error);
+  return text == nullptr ? std::string() : std::string(text);
+}
 
 /// What tells one version of a file from the next.
 struct Version {
@@ -33,31 +38,28 @@ struct Version {
 /// below XDG_CONFIG_HOME; a changed file counts from the next look-up on. A missing key is 0, false or empty.
 class HostConfigs : public LibConfigs {
  public:
-  int GetInt(const std::string& key) override { return Get(key, 0, g_key_file_get_integer); }
-  bool GetBool(const std::string& key) override { return Get(key, FALSE, g_key_file_get_boolean) != FALSE; }
-  std::string GetString(const std::string& key) override {
-    const GLibPtr<gchar> text(Get(key, static_cast<gchar*>(nullptr), g_key_file_get_string));
-    return text == nullptr ? std::string() : std::string(text.get());
-  }
+  int GetInt(const std::string& key) override { return Get(key, "32-bit number", g_key_file_get_integer); }
+  bool GetBool(const std::string& key) override { return Get(key, "boolean", g_key_file_get_boolean) != FALSE; }
+  std::string GetString(const std::string& key) override { return Get(key, "text", TextOf); }
 
  private:
   template <class T>
-  T Get(const std::string& key, T missing, T (*get)(GKeyFile*, const gchar*, const gchar*, GError**)) {
+  T Get(const std::string& key, const char* type, T (*get)(GKeyFile*, const gchar*, const gchar*, GError**)) {
     const std::lock_guard<std::mutex> lock(mutex_);
     Refresh();
     const auto slash = key.find('/', 1);
-    if (key.empty() || key[0] != '/' || slash == std::string::npos) return missing;
+    if (key.empty() || key[0] != '/' || slash == std::string::npos) return T();
     const std::string group = key.substr(1, slash - 1);
     const std::string name = key.substr(slash + 1);
-    if (!g_key_file_has_key(file_.get(), group.c_str(), name.c_str(), nullptr)) return missing;
-    GError* failure = nullptr;
-    const T value = get(file_.get(), group.c_str(), name.c_str(), &failure);
-    if (failure == nullptr) return value;
-    const GLibPtr<GError> error(failure);
+    g_autofree gchar* raw = g_key_file_get_value(file_.get(), group.c_str(), name.c_str(), nullptr);
+    if (raw == nullptr) return T();
+    g_autoptr(GError) error = nullptr;
+    T value = get(file_.get(), group.c_str(), name.c_str(), &error);
+    if (error == nullptr) return value;
     if (complained_.insert(key).second) {
-      HLX_HOST_COMPLAIN("configuration file %s: %s: %s", path_.c_str(), key.c_str(), error->message);
+      HLX_HOST_COMPLAIN("configuration file %s: %s=%s is no %s", path_.c_str(), key.c_str(), raw, type);
     }
-    return missing;
+    return T();
   }
 
   void Refresh() {
@@ -71,12 +73,11 @@ class HostConfigs : public LibConfigs {
     version_ = version;
     complained_.clear();
     file_.reset(g_key_file_new());
-    GError* failure = nullptr;
-    if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &failure)) return;
-    const GLibPtr<GError> error(failure);
+    g_autoptr(GError) error = nullptr;
+    if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &error)) return;
     file_.reset(g_key_file_new());
     // Without a file of that name the defaults are meant, unless somebody asked for this very file.
-    if (named.empty() && g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT)) return;
+    if (named.empty() && g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) return;
     HLX_HOST_COMPLAIN("configuration file %s: %s; no key is set", path.c_str(), error->message);
   }
 

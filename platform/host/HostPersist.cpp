@@ -1,3 +1,4 @@
+#include <glib.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
 
@@ -26,14 +27,16 @@ using Database = std::unique_ptr<sqlite3, DatabaseDeleter>;
 using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
 
 constexpr int kBusyTimeoutMs = 2000;
+// EXTRA also syncs the directory after the journal is gone: without it a power cut may undo the last commit.
 constexpr char kSchema[] =
-    "PRAGMA synchronous = FULL;"
+    "PRAGMA synchronous = EXTRA;"
     "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
     " WITHOUT ROWID";
 
 enum class Purpose { kRead, kWrite };
 
-/// The persist code that fits what SQLite says.
+/// The persist code that fits what SQLite says. What SQLite is content with may still be an absent item (6), a value
+/// that does not fit (9) or is no number (8), or a negative module (11).
 int PersistCode(int sqlite_result, Purpose purpose) {
   switch (sqlite_result & 0xFF) {
     case SQLITE_BUSY:
@@ -74,7 +77,11 @@ class HostPersist : public Q4PersistService {
     const int result = query == nullptr ? SQLITE_ERROR : sqlite3_step(query.get());
     if (result == SQLITE_DONE) return PERSIST_ERROR_DATA_NOT_FOUND;
     if (result != SQLITE_ROW) return Fail(Purpose::kRead);
-    *value = sqlite3_column_int(query.get(), 0);
+    // Somebody else's hand may have put in what WriteInt cannot.
+    if (sqlite3_column_type(query.get(), 0) != SQLITE_INTEGER) return PERSIST_ERROR_FORMAT_INCOMPATIBLE;
+    const sqlite3_int64 number = sqlite3_column_int64(query.get(), 0);
+    if (number < G_MININT32 || number > G_MAXINT32) return PERSIST_ERROR_DATA_OVER_RANGE;
+    *value = static_cast<int>(number);
     return PERSIST_OK;
   }
 
@@ -92,8 +99,8 @@ class HostPersist : public Q4PersistService {
   int Write(int module, int id, int value) {
     if (module < 0) return PERSIST_ERROR_ILLEGAL_MODULE;
     const std::lock_guard<std::mutex> lock(mutex_);
-    const std::unique_ptr<gchar, decltype(&g_free)> directory(g_path_get_dirname(Path().c_str()), g_free);
-    g_mkdir_with_parents(directory.get(), 0700);  // a failure shows when the file is opened
+    g_autofree gchar* directory = g_path_get_dirname(Path().c_str());
+    g_mkdir_with_parents(directory, 0700);  // a failure shows when the file is opened
     if (Open() != SQLITE_OK) return Fail(Purpose::kWrite);
     const Statement update = Prepare("INSERT OR REPLACE INTO items VALUES (?1, ?2, ?3)", module, id);
     if (update == nullptr || sqlite3_bind_int(update.get(), 3, value) != SQLITE_OK ||
@@ -103,14 +110,21 @@ class HostPersist : public Q4PersistService {
     return PERSIST_OK;
   }
 
+  static ino_t Inode(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+  }
+
   /// Opens the file unless it is open; one that was replaced or removed meanwhile is opened anew.
   int Open() {
     const std::string path = Path();
-    struct stat status {};
-    const ino_t inode = stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
-    if (database_ != nullptr && path == path_ && inode == inode_) return SQLITE_OK;
-    database_.reset();
-    path_ = path;
+    const ino_t inode = Inode(path);
+    if (path != path_ || inode != inode_) {  // another file, with failures of its own
+      database_.reset();
+      complained_.clear();
+      path_ = path;
+    }
+    if (database_ != nullptr) return SQLITE_OK;
     sqlite3* opened = nullptr;
     int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     database_.reset(opened);
@@ -118,7 +132,7 @@ class HostPersist : public Q4PersistService {
     if (result == SQLITE_OK) result = sqlite3_exec(opened, kSchema, nullptr, nullptr, nullptr);
     // A file that may only be read still serves for reading.
     if ((result & 0xFF) == SQLITE_READONLY) result = SQLITE_OK;
-    if (result == SQLITE_OK) inode_ = stat(path.c_str(), &status) == 0 ? status.st_ino : 0;
+    inode_ = Inode(path);  // it may have been made just now
     return result;
   }
 

@@ -1,13 +1,12 @@
+#include <glib.h>
 #include <spawn.h>
 #include <sys/wait.h>
 
 #include <cerrno>
 #include <cstring>
 #include <ctime>
-#include <memory>
 #include <string>
 
-#include "dbus/GLibPtr.h"
 #include "platform/HLXPlatform.h"
 #include "platform/host/HostLog.h"
 #include "platform/host/HostPaths.h"
@@ -18,29 +17,22 @@ namespace {
 
 constexpr unsigned int kDefaultGamma = 8;
 
-std::string ReadFile(const std::string& path) {
-  gchar* content = nullptr;
-  GError* failure = nullptr;
-  if (g_file_get_contents(path.c_str(), &content, nullptr, &failure)) {
-    const GLibPtr<gchar> text(content);
-    return text.get();
-  }
-  const GLibPtr<GError> error(failure);
-  if (!g_error_matches(error.get(), G_FILE_ERROR, G_FILE_ERROR_NOENT)) HLX_HOST_COMPLAIN("%s", error->message);
-  return {};
-}
-
-/// Cold when nobody asked in this boot before: the boot id that is remembered is another one, or none.
+/// Cold when nobody asked in this boot before: the boot id that is remembered is another one, or none. A boot whose
+/// id cannot be read is taken for a new one.
 int FindColdBoot() {
-  const std::string boot_id = ReadFile("/proc/sys/kernel/random/boot_id");
+  g_autofree gchar* boot_id = nullptr;
+  g_autofree gchar* remembered = nullptr;
+  g_autoptr(GError) error = nullptr;
+  if (!g_file_get_contents("/proc/sys/kernel/random/boot_id", &boot_id, nullptr, &error)) {
+    HLX_HOST_COMPLAIN("every start counts as a cold boot: %s", error->message);
+    return 1;
+  }
   const std::string directory = host::StateDirectory();
-  const std::string remembered = directory + "/boot_id";
-  if (ReadFile(remembered) == boot_id) return 0;
-  GError* failure = nullptr;
-  g_mkdir_with_parents(directory.c_str(), 0700);
-  if (!g_file_set_contents(remembered.c_str(), boot_id.c_str(), -1, &failure)) {
-    const GLibPtr<GError> error(failure);
-    HLX_HOST_COMPLAIN("the boot is not remembered: %s", error->message);
+  const std::string file = directory + "/boot_id";
+  if (g_file_get_contents(file.c_str(), &remembered, nullptr, nullptr) && g_str_equal(remembered, boot_id)) return 0;
+  g_mkdir_with_parents(directory.c_str(), 0700);  // a failure shows when the file is written
+  if (!g_file_set_contents(file.c_str(), boot_id, -1, &error)) {
+    HLX_HOST_COMPLAIN("this boot is not remembered, the next start counts as a cold boot too: %s", error->message);
   }
   return 1;
 }
@@ -81,13 +73,12 @@ void mwapi_gamma_get(unsigned int* gamma) {
   *gamma = kDefaultGamma;
   const std::string text = host::Environment("HLX_HOST_GAMMA");
   guint64 value = 0;
-  GError* failure = nullptr;
+  g_autoptr(GError) error = nullptr;
   if (text.empty()) return;
-  if (g_ascii_string_to_unsigned(text.c_str(), 10, 0, G_MAXUINT32, &value, &failure)) {
+  if (g_ascii_string_to_unsigned(text.c_str(), 10, 0, G_MAXUINT32, &value, &error)) {
     *gamma = static_cast<unsigned int>(value);
     return;
   }
-  const GLibPtr<GError> error(failure);
   HLX_HOST_COMPLAIN("HLX_HOST_GAMMA=%s: %s; %u is used", text.c_str(), error->message, kDefaultGamma);
 }
 

@@ -157,8 +157,16 @@ Platform& Get() {
   return platform;
 }
 
+Platform Snapshot() {
+  const Lock lock(mutex);
+  return Get();
+}
+
 void Reset() {
-  Get() = Platform();
+  {
+    const Lock lock(mutex);
+    Get() = Platform();
+  }
   SetLogUp(true);
 }
 

@@ -50,6 +50,9 @@ struct Platform {
 /// The one platform of the process. Guarded inside for the library's calls; look at it when no other thread runs.
 Platform& Get();
 
+/// A copy of it, taken while other threads run.
+Platform Snapshot();
+
 /// Everything back to the start, with the log system up.
 void Reset();
 

@@ -10,7 +10,7 @@ int SlotOf(Pointer function) {
   std::intptr_t words[2];
   static_assert(sizeof words == sizeof function, "a pointer to member has an offset and an adjustment");
   std::memcpy(words, &function, sizeof words);
-#ifdef __arm__
+#if defined(__arm__) || defined(__aarch64__)
   const std::intptr_t offset = words[0];  // the adjustment's lowest bit says that it is virtual
 #else
   const std::intptr_t offset = words[0] - 1;

@@ -1,7 +1,8 @@
-// The misc client on a real segment: getters by offset, decoders against tables of their own.
+// The misc client on a real segment: getters by offset, decoders against tables of their own, commands on a real bus.
 #include <gmock/gmock.h>
 #include <sys/shm.h>
 
+#include <cstdlib>
 #include <cstring>
 #include <functional>
 #include <sstream>
@@ -11,6 +12,7 @@
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/misc/HLXMiscClient.h"
 #include "tests/support/FakePlatform.h"
+#include "tests/support/TestService.h"
 
 using namespace SystemMisc;
 using testing::ElementsAre;
@@ -49,7 +51,7 @@ class Notes : public HLXMiscListenerBase {
                     std::to_string(d));
   }
   std::string Take() {
-    const std::string text = notes.empty() ? "nothing" : notes.back();
+    std::string text = notes.empty() ? "nothing" : notes.back();
     EXPECT_LE(notes.size(), 1U);
     notes.clear();
     return text;
@@ -66,7 +68,7 @@ class MiscClient : public testing::Test {
   void SetUp() override {
     fake::Reset();
     fake::RemoveSegments();
-    client = std::make_unique<HLXMiscClient>(std::make_shared<ClientIpcAdapter>());
+    client = std::make_unique<HLXMiscClient>(adapter);
     client->AddListener(&listener);
     record = static_cast<unsigned char*>(shmat(shmget(static_cast<key_t>(0xA8800082), 232, 0), nullptr, 0));
     platform.log.clear();
@@ -76,6 +78,7 @@ class MiscClient : public testing::Test {
 
   fake::Platform& platform = fake::Get();
   Notes listener;
+  const std::shared_ptr<ClientIpcAdapter> adapter = std::make_shared<ClientIpcAdapter>();
   std::unique_ptr<HLXMiscClient> client;
   unsigned char* record = nullptr;
 };
@@ -245,7 +248,7 @@ TEST_F(MiscClient, ClimateByteTellsChangesOnly) {
     Protocol(protocol);
     client->OnAcStateChange(0);
     listener.notes.clear();
-    const std::string name = std::string(protocol) == "raise_renault" ? "renault" : "ac";
+    const std::string name = std::string(protocol) == "raise_renault" ? "renault " : "ac ";
     for (int last = 0; last < 256; last += 5) {
       for (int byte = 0; byte < 256; ++byte) {
         client->OnAcStateChange(static_cast<unsigned char>(last));
@@ -255,8 +258,7 @@ TEST_F(MiscClient, ClimateByteTellsChangesOnly) {
         for (int bit = 0; bit < 8; ++bit) {
           if (((last >> bit) & 1) != ((byte >> bit) & 1)) expected[bit] = (byte >> bit) & 1;
         }
-        const std::string text = Show(expected);
-        ASSERT_EQ(listener.Take(), name + " " + text);
+        ASSERT_EQ(listener.Take(), name + Show(expected));
         ASSERT_EQ(record[69], byte);
       }
     }
@@ -338,13 +340,16 @@ TEST_F(MiscClient, SteeringAngle) {
   expect("raise_vw", {{0, 0}, {540, -100}, {1, 0}, {64995, -12036}, {64996, 100}, {65535, 0}, {65266, 50}});
   expect("raise_toyota", {{3716, 100}, {4095, 0}, {3715, -977}, {4096, -1077}, {0, 0}, {380, -100}, {65535, -17246}});
   expect("raise", {{540, 0}, {65535, 0}});
-  // Where the single-precision quotient decides: an exact quotient would give another whole number.
+  // By way of double precision, which rounds a quotient of two such numbers to the same single-precision value.
+  const auto percent = [](int counts, int full) {
+    const auto quotient = static_cast<float>(static_cast<double>(counts) / full);
+    return "angle " + std::to_string(static_cast<int>(100.0 * static_cast<double>(quotient)));
+  };
   Protocol("raise_vw");
+  for (int raw = 0; raw < 65536; ++raw) ASSERT_EQ(angle(raw), percent(raw > 64995 ? 65536 - raw : -raw, 540)) << raw;
+  Protocol("raise_toyota");
   for (int raw = 0; raw < 65536; ++raw) {
-    const int dividend = raw <= 64995 ? -raw : 65536 - raw;
-    const volatile float quotient = static_cast<float>(dividend) / 540.0F;
-    const int expected = static_cast<int>(static_cast<double>(quotient) * 100.0);
-    ASSERT_EQ(angle(raw), "angle " + std::to_string(expected)) << raw;
+    ASSERT_EQ(angle(raw), percent(raw < 3716 || raw > 4095 ? -raw : 4096 - raw, 380)) << raw;
   }
 }
 
@@ -357,6 +362,60 @@ TEST_F(MiscClient, RaiseMileageIsPairedWithTheRecords) {
   client->OnEnduranceMileChange_Raise(7);
   EXPECT_EQ(listener.Take(), "endurance 4294967294=7");
   EXPECT_EQ(platform.log.size(), 1U);
+}
+
+TEST_F(MiscClient, ASegmentThatIsTooSmallEndsTheProcess) {
+  fake::RemoveSegments();
+  ASSERT_NE(shmget(static_cast<key_t>(0xA8800082), 231, IPC_CREAT | 0666), -1);
+  const auto make = [this] {
+    std::atexit([] { std::fprintf(stderr, "%s", fake::Get().LoggedAll().back().c_str()); });
+    client = std::make_unique<HLXMiscClient>(adapter);
+  };
+  EXPECT_EXIT(make(), testing::ExitedWithCode(2),
+              "^FATAL \\[system-client\\]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!$");
+}
+
+TEST_F(MiscClient, CommandsGoToTheServiceAndTheirResultsComeBack) {
+  TestService service;
+  ASSERT_TRUE(adapter->Init());
+  const std::vector<unsigned char> before(record, record + 232);
+  client->SpeakerDetectStart();
+  client->SpeakerDetectStop();
+  client->SetRvcOffDelaySwitch(1);
+  client->SetDrivePosition(0);
+  client->SetHandbrakeCheckingSwitch(1);
+  client->SetGPSAntennaCheckingSwitch(0);
+  client->ResetFactoryMode();
+  client->EnableCanBoxModule(1);
+  client->EnableScreenShotControl(0);
+  client->SetScreenshot();
+  client->StartAutoTest();
+  LogoInfo logo = {0x04030201, 0, 0, 0, 0xFFFFFFFF};
+  client->SetLogo(logo);
+  EXPECT_THAT(service.TakeCalls(),
+              ElementsAre("SpeakerDetectStart ()", "SpeakerDetectStop ()", "SetRvcOffDelaySwitch (true,)",
+                          "SetDrivePosition (false,)", "SetHandbrakeCheckingSwitch (true,)",
+                          "SetGPSAntennaCheckingSwitch (false,)", "ResetFactoryMode ()", "EnableCanBoxModule (true,)",
+                          "EnableScreenShotControl (false,)", "SetScreenshot ()", "StartAutoTest ()",
+                          "SetLogoInfo (<[byte 0x01, 0x02, 0x03, 0x04, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, "
+                          "0x00, 0x00, 0x00, 0x00, 0xff, 0xff, 0xff, 0xff]>,)"));
+  for (const bool answer : {true, false}) {
+    service.SetAnswer(answer ? TestService::Answer::kOk : TestService::Answer::kError);
+    EXPECT_EQ(client->SetOnSourceChange(-1), answer);
+    EXPECT_EQ(client->SetOnTimeChange("12:30"), answer);
+    EXPECT_EQ(client->SetOnRadioChange("FM"), answer);
+    EXPECT_EQ(client->SetOnTouchInfo("3,4"), answer);
+    EXPECT_EQ(client->SetOnPSChange("PS"), answer);
+    EXPECT_EQ(client->SetOnMediaInfoChange("title"), answer);
+    EXPECT_EQ(client->SetOnVolChange(40), answer);
+    EXPECT_EQ(client->SetOnPhoneInfoChange(""), answer);
+    EXPECT_EQ(client->SetLogo(3U), answer);
+    EXPECT_THAT(service.TakeCalls(),
+                ElementsAre("SetOnSourceChange (-1,)", "SetOnTimeChange ('12:30',)", "SetOnRadioChange ('FM',)",
+                            "SetOnTouchInfo ('3,4',)", "SetOnPSChange ('PS',)", "SetOnMediaInfoChange ('title',)",
+                            "SetOnVolChange (40,)", "SetOnPhoneInfoChange ('',)", "SetLogo (uint32 3,)"));
+  }
+  EXPECT_THAT(before, testing::ElementsAreArray(record, 232));
 }
 
 }  // namespace
