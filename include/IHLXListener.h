@@ -26,7 +26,7 @@ class HLX_API IHLXListener {
   IHLXListener() = default;
   IHLXListener(const IHLXListener&) = delete;
   IHLXListener& operator=(const IHLXListener&) = delete;
-  virtual ~IHLXListener() {}
+  virtual ~IHLXListener() = default;
 
   /// Registers `listener`; null is ignored, a listener that is already there stays once. Runs OnListenerAdded() for
   /// every non-null listener, new or not.

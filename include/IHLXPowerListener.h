@@ -12,7 +12,7 @@
 /// The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXPowerListener {
  public:
-  virtual ~IHLXPowerListener() {}
+  virtual ~IHLXPowerListener() = default;
 
   /// @param on non-zero: the screen is on
   virtual void OnScreenStateChange(int on) = 0;

@@ -15,7 +15,7 @@
 /// is part of the binary interface.
 class HLX_API IHLXSystemInfo {
  public:
-  virtual ~IHLXSystemInfo() {}
+  virtual ~IHLXSystemInfo() = default;
 
   /// @return 1
   virtual int GetModelInfo(SystemInfo::ModelInfo& info) = 0;

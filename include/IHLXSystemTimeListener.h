@@ -11,7 +11,7 @@
 /// References are valid during the call only. The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXSystemTimeListener {
  public:
-  virtual ~IHLXSystemTimeListener() {}
+  virtual ~IHLXSystemTimeListener() = default;
 
   /// @param now date and time as the record holds them
   virtual void OnDateInfoChange(SystemTime::DateTime& now) = 0;

@@ -12,7 +12,7 @@
 /// The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXUpdateListener {
  public:
-  virtual ~IHLXUpdateListener() {}
+  virtual ~IHLXUpdateListener() = default;
 
   /// Outcome of a search, which the process named "hmi" makes when the service reports a stick.
   virtual void OnDetectValidUpdateFileNotify(HLXUpdate::UpdateNotifyResult result) = 0;

@@ -1,6 +1,7 @@
 #include "simulator/TimeModel.h"
 
 #include <cstdio>
+#include <utility>
 
 #include "data/ZoneTable.h"
 
@@ -23,6 +24,7 @@ TimeModel::~TimeModel() {
 
 void TimeModel::Boot() {
   UseZone(Load(time_._cur_zone));
+  dst_ = Load(time_.is_cur_zone_dst_active) != 0;
   Publish();
   ScheduleTick();
 }
@@ -124,7 +126,7 @@ void TimeModel::Publish() {
   Store(time_.cur_time.minute, g_date_time_get_minute(now.get()));
   Store(time_.cur_time.second, g_date_time_get_second(now.get()));
   const bool dst = g_date_time_is_daylight_savings(now.get()) != FALSE;
-  if (dst != (Load(time_.is_cur_zone_dst_active) != 0)) unit_.Announce("OnDstStatusChangeSignal", dst);
+  if (std::exchange(dst_, dst) != dst) unit_.Announce("OnDstStatusChangeSignal", dst);
 }
 
 void TimeModel::ScheduleTick() {

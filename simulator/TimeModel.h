@@ -49,5 +49,8 @@ class TimeModel {
   HLXSystemData::TimeShmData& time_;
   Zone zone_;
   gint64 offset_ = 0;  ///< microseconds between the machine's clock and the unit's
+  /// What the clock announced last. The record may say otherwise: an event that somebody plays stands until the clock
+  /// itself has something to tell.
+  bool dst_ = false;
   guint tick_ = 0;
 };

@@ -4,6 +4,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <new>
 #include <system_error>
 #include <thread>
 
@@ -18,32 +19,35 @@ using namespace HLXUpdate;
 
 namespace {
 
-constexpr int kLastSession = 1000;
-constexpr int kDetached = -1;  ///< no session has this number
+constexpr int kLastSession = 1001;
 
 }  // namespace
 
 int PackageSearch::NewSession() {
   const std::lock_guard<std::mutex> lock(version_mutex_);
   package_version_ = {};
-  const int session = session_counter_ <= kLastSession ? session_counter_ + 1 : 0;
+  const int session = session_counter_ < kLastSession ? session_counter_ + 1 : 0;
   session_counter_ = session;
   return session;
 }
 
 void PackageSearch::Start(int session) {
   try {
-    std::thread([self = shared_from_this(), session] { self->AnalysisSoftwareFile(session); }).detach();
+    std::thread([self = shared_from_this(), session] {
+      try {
+        self->AnalysisSoftwareFile(session);
+      } catch (const std::bad_alloc&) {  // a stick must not end the application
+        HLX_LOG_ERROR("no memory for the package search");
+      }
+    }).detach();
   } catch (const std::system_error& error) {
     HLX_LOG_ERROR("no thread for the package search: %s", error.what());
   }
 }
 
 void PackageSearch::Detach() {
-  const std::lock_guard<std::mutex> lock(owner_);
-  session_counter_ = kDetached;
-  client_ = nullptr;
-  info_ = nullptr;
+  detached_ = true;
+  const std::lock_guard<std::mutex> wait_for_notification(owner_);
 }
 
 SystemInfo::VersionInfo PackageSearch::PackageVersion() const {
@@ -53,12 +57,12 @@ SystemInfo::VersionInfo PackageSearch::PackageVersion() const {
 
 void PackageSearch::Relay(UpdateNotifyResult result) {
   const std::lock_guard<std::mutex> lock(owner_);
-  if (client_ != nullptr) client_->OnDetectValidUpdateFileNotify(result);
+  if (!detached_) client_->OnDetectValidUpdateFileNotify(result);
 }
 
 bool PackageSearch::UnitVersion(SystemInfo::VersionInfo* unit) {
   const std::lock_guard<std::mutex> lock(owner_);
-  if (info_ == nullptr) return false;
+  if (detached_) return false;
   if (info_->GetLocalVersionInfo(*unit) != 0) return true;
   HLX_LOG_ERROR("Get local version info fail.");
   return false;
@@ -66,6 +70,7 @@ bool PackageSearch::UnitVersion(SystemInfo::VersionInfo* unit) {
 
 void PackageSearch::AnalysisSoftwareFile(int session) {
   const std::lock_guard<std::mutex> lock(analysis_);
+  if (detached_) return;  // its client is gone: no long checksum for nobody
   HLX_LOG_INFO("AnalysisSoftwareFile,session:%d", session);
   if (!VerifyPackage(session) || !Extract(session)) return;
 

@@ -33,7 +33,7 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   bool VerifyPackage(int session);
   bool Extract(int session);
   bool VerifyUpdateVersion(int session);
-  bool Overtaken(int session) const { return session != session_counter_; }
+  bool Overtaken(int session) const { return detached_ || session != session_counter_; }
   void Relay(HLXUpdate::UpdateNotifyResult result);
   bool UnitVersion(SystemInfo::VersionInfo* unit);
 
@@ -42,8 +42,9 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   std::atomic<int> session_counter_{0};
 
   std::mutex owner_;  ///< held while the client or the info client is used
-  HLXUpdateClient* client_;
-  IHLXSystemInfo* info_;
+  std::atomic<bool> detached_{false};
+  HLXUpdateClient* const client_;  ///< as the next one, not to be used when detached
+  IHLXSystemInfo* const info_;
 
   mutable std::mutex version_mutex_;  ///< also held while a session begins
   SystemInfo::VersionInfo package_version_;

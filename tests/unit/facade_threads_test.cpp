@@ -127,6 +127,7 @@ TEST_F(Facade, ReleaseWhileSignalsPourInOnAnotherThread) {
       HLX_GetSystemPowerProxy()->AddListener(&counter);
       started = HLX_StartSystemProxy();
       while (!stop) g_main_context_iteration(context.get(), FALSE);
+      while (g_main_context_iteration(context.get(), FALSE)) continue;  // what the release left to be freed here
       g_main_context_pop_thread_default(context.get());
     });
     std::thread pour([&] {
@@ -168,6 +169,7 @@ TEST_F(Facade, ReleaseWaitsForACallbackOnAnotherThread) {
     EXPECT_TRUE(HLX_StartSystemProxy());
     service.Emit("AccStateChangeSignal", "(true,)");
     while (!stop) g_main_context_iteration(context.get(), FALSE);
+    while (g_main_context_iteration(context.get(), FALSE)) continue;  // what the release left to be freed here
     g_main_context_pop_thread_default(context.get());
   });
   while (slow.events == 0) std::this_thread::yield();

@@ -11,6 +11,7 @@
 #include <sstream>
 #include <string>
 #include <tuple>
+#include <utility>
 
 #include "platform/HLXLog.h"
 #include "platform/HLXPlatform.h"
@@ -56,13 +57,13 @@ int Wait(pid_t child) {
 class HostPlatform : public testing::Test {
  protected:
   static void SetUpTestSuite() { g_log_set_writer_func(Capture, nullptr, nullptr); }
-  HostPlatform() {
+  void SetUp() override {
     fs::create_directory(dir);
     g_setenv("HLX_HOST_CONFIG", config.c_str(), TRUE);
     g_setenv("HLX_HOST_PERSIST", persist.c_str(), TRUE);
     g_setenv("HLX_HOST_STATE", state.c_str(), TRUE);
   }
-  ~HostPlatform() override { fs::remove_all(dir); }
+  void TearDown() override { fs::remove_all(dir); }
 
   int Zone() const { return configs.GetInt("/setting/default_time_zone"); }
   int Read(int id) { return service.ReadInt(2, id, &value_read); }
@@ -98,7 +99,8 @@ TEST_F(HostPlatform, ConfigurationHasTypesAndNamesWrongValues) {
       {"zone", 0, false, "", ""}};
   for (const auto& [key, number, boolean, text, complaint] : rows) {  // a key is complained of once
     EXPECT_TRUE(configs.GetString(key) == text && configs.GetInt(key) == number && configs.GetBool(key) == boolean);
-    EXPECT_EQ(Messages(), complaint.empty() ? "" : about_config + key + complaint + "\n") << key;
+    EXPECT_EQ(Messages(),
+              complaint.empty() ? "" : std::string(about_config).append(key).append(complaint).append("\n"));
   }
 }
 

@@ -15,14 +15,16 @@ constexpr size_t kSize = sizeof(HLXSystemData::MiscShmData);
 
 class MiscRecord : public testing::Test {
  protected:
-  void SetUp() override { fake::Reset(); }
+  void SetUp() override {
+    fake::Reset();
+    std::memset(static_cast<void*>(&record), 0, kSize);  // with what stands between the fields
+  }
 
   void Init() {
     MiscShmDataBase base(0, HLXSystemData::SHM_OP_ATTACH, "test");
     platform.log.clear();
     base.InitMiscShmData(&record);
   }
-  /// The bytes of the record in hexadecimal, "00" for 0.
   std::vector<unsigned> Words() {
     std::vector<unsigned> words(kSize / 4);
     std::memcpy(words.data(), &record, kSize);

@@ -3,7 +3,6 @@
 #include <unistd.h>
 
 #include <chrono>
-#include <condition_variable>
 #include <cstdlib>
 #include <mutex>
 #include <string>
@@ -154,26 +153,6 @@ TEST_F(Search, EveryPackageOfTheSet) {
   }
 }
 
-TEST_F(Search, AQuickSuccessionEndsWithOneResultOfTheLast) {
-  for (const int signals : {2, 20}) {
-    SetUp();
-    Insert("good");
-    results.~Results();
-    new (&results) Results;
-    Make();
-    for (int i = 0; i < signals; ++i) client->OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_VALID);
-    ASSERT_TRUE(Within30Seconds([&] { return Seen("rm -rf /data/update/app") == 1; }));
-    // Those that were overtaken are silent, but for a checksum stage: it says 4.
-    std::vector<int> told = results.Get();
-    ASSERT_FALSE(told.empty());
-    EXPECT_EQ(told.back(), 1);
-    told.pop_back();
-    EXPECT_THAT(told, testing::Each(4));
-    EXPECT_EQ(Seen("AnalysisSoftwareFile,session:" + std::to_string(signals)), 1);
-    client.reset();
-  }
-}
-
 TEST_F(Search, PackageStatesAndRemoval) {
   Insert("can-file");
   Make();
@@ -185,58 +164,6 @@ TEST_F(Search, PackageStatesAndRemoval) {
   client->OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_CAN_FILE);
   EXPECT_EQ(results.Get().size(), 4U);
   EXPECT_EQ(results.Get().back(), 2);
-}
-
-TEST_F(Search, AStickThatIsPulledOutAndAFullDisk) {
-  Insert("good");
-  Make();
-  fake::Get().exec = [](const std::string& command, int) {
-    if (command.rfind("mkdir", 0) == 0) Shell("rm -rf /media/usbstorage0");
-    return Shell(command) == 0 ? 1 : 0;
-  };
-  client->OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_VALID);
-  ASSERT_TRUE(Ends());
-  EXPECT_EQ(Seen("Exec command fail:cd /media/usbstorage0/"), 1);
-  client.reset();
-
-  SetUp();
-  Insert("good");
-  fake::Get().exec = [](const std::string&, int) { return 0; };
-  Make();
-  client->OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_VALID);
-  ASSERT_TRUE(Ends());
-  EXPECT_EQ(Seen("Exec command fail:mkdir /data/update/"), 1);
-  EXPECT_TRUE(results.Get().empty());
-}
-
-TEST_F(Search, ReleaseNeitherWaitsForASearchNorHearsOfIt) {
-  Insert("good");
-  std::mutex mutex;
-  std::condition_variable changed;
-  bool running = false, released = false;
-  fake::Get().exec = [&](const std::string& command, int) {
-    std::unique_lock<std::mutex> lock(mutex);
-    running = true;
-    changed.notify_all();
-    changed.wait(lock, [&] { return released; });
-    return Shell(command) == 0 ? 1 : 0;
-  };
-  Make();
-  client->OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_VALID);
-  {
-    std::unique_lock<std::mutex> lock(mutex);
-    changed.wait(lock, [&] { return running; });
-  }
-  client.reset();  // returns although the command is still running
-  info.reset();
-  {
-    const std::lock_guard<std::mutex> lock(mutex);
-    released = true;
-  }
-  changed.notify_all();
-  ASSERT_TRUE(Ends());
-  EXPECT_EQ(Seen("Exec command fail:mkdir /data/update/"), 1);
-  EXPECT_TRUE(results.Get().empty());
 }
 
 }  // namespace

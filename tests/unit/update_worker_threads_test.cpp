@@ -31,7 +31,7 @@ constexpr char kPipe[] = "/media/usbstorage0/slow";
 const std::string kUnzip = "cd /media/usbstorage0/ && unzip";
 
 int Shell(const std::string& command) { return std::system(command.c_str()); }
-int Run(const std::string& command) { return Shell(command) == 0 ? 1 : 0; }
+int Exec(const std::string& command) { return Shell(command) == 0 ? 1 : 0; }
 bool Begins(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 
 template <class Done>
@@ -72,7 +72,7 @@ struct Unit {
   explicit Unit(const char* unit_version = "V1.2.3.4") {
     fake::Reset();
     fake::RemoveSegments();
-    fake::Get().exec = [](const std::string& command, int) { return Run(command); };
+    fake::Get().exec = [](const std::string& command, int) { return Exec(command); };
     Shell(std::string("chmod 755 /data; rm -rf /data/update /media/usbstorage0; mkdir -p /app/etc /media/usbstorage0; "
                       "cd /media/usbstorage0 && mkfifo slow && echo x | md5sum | sed 's/-/slow/' >md5.txt; "
                       "printf 'ARM Version:V1.2.3.5\\n' >/app/etc/sys_version.conf; "
@@ -120,13 +120,13 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
       {"removal during checksums", [](Unit& u) { u.search->NewSession(); }, {4}, "INFO verify md5 success."},
       {"a newer report during checksums", [](Unit& u) { u.Report(); }, {4, 1}, "INFO AnalysisSoftwareFile,session:2"},
       {"pulled out", [](Unit&) { Shell("rm -r /media/usbstorage0"); }, {}, "ERROR Exec command fail:" + kUnzip},
-      {"released", [](Unit& u) { u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
+      {"released", [](Unit& u) { u.Report(), u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
       {"read-only disk", [](Unit&) { Shell("chmod 555 /data"); }, {}, "ERROR Exec command fail:mkdir /data/update/"},
       {"full disk",
        nothing,
        {},
        "ERROR Exec command fail:" + kUnzip,
-       [](Unit&, const std::string& command) { return Run("ulimit -f 0; " + command); }},
+       [](Unit&, const std::string& command) { return Exec("ulimit -f 0; " + command); }},
       {"removal during mkdir",
        nothing,
        {},
@@ -138,7 +138,7 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
        "ERROR Exec command fail:" + kUnzip,
        [](Unit& u, const std::string& command) {
          if (Begins(command, kUnzip)) u.search->NewSession();
-         return Run(command);
+         return Exec(command);
        }},
       {"no clean-up",
        nothing,
@@ -146,7 +146,7 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
        "ERROR remove /media/usbstorage0/app fail:Permission denied",
        [](Unit&, const std::string& command) {
          errno = EACCES;
-         return Begins(command, "rm") ? 0 : Run(command);
+         return Begins(command, "rm") ? 0 : Exec(command);
        }},
       {"a unit without a version", nothing, {}, "ERROR Get local version info fail.", {}, ""},
   };
