@@ -23,7 +23,7 @@ HLXSystemClient::HLXSystemClient() : adapter_(std::make_shared<ClientIpcAdapter>
 
 HLXSystemClient::~HLXSystemClient() {
   HLX_LOG_INFO("%s()", __func__);
-  adapter_->StopDispatch();
+  StopDispatch();
   Delete(update_client_);
   Delete(power_client_);
   Delete(misc_client_);
@@ -35,6 +35,8 @@ bool HLXSystemClient::StartService() {
   HLX_LOG_INFO("%s()", __func__);
   return adapter_->Init();
 }
+
+void HLXSystemClient::StopDispatch() { adapter_->StopDispatch(); }
 
 template <class Client, class Make>
 Client* HLXSystemClient::Lazy(std::atomic<Client*>& slot, const Make& make) {

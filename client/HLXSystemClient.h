@@ -21,6 +21,9 @@ class HLXSystemClient {
 
   bool StartService();
 
+  /// Ends the delivery of events; see ClientIpcAdapter::StopDispatch().
+  void StopDispatch();
+
   HLXInfoClient* GetInfoClient();
   HLXUpdateClient* GetUpdateClient();
   HLXPowerClient* GetPowerClient();

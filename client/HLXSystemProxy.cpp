@@ -36,6 +36,8 @@ class HLXSingleton {
 
   static void Release() {
     const std::lock_guard<HLXCriticalSection> lock(ms_cs);
+    // While a callback is waited for, it may still ask for clients: the pointer stays until none is running.
+    if (HLXSystemClient* const client = ms_pSingleton.load()) client->StopDispatch();
     delete ms_pSingleton.exchange(nullptr);
   }
 

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <iterator>
 
+#include "data/SharedField.h"
 #include "platform/HLXLog.h"
 
 HLX_LOG_SOURCE("data/HLXSystemData");
 
 void InfoShmDataBase::InitInfoShmData(HLXSystemData::InfoShmData* data) {
-  if (data->initialised != 0) return;
+  if (HLXSystemData::Load(data->initialised) != 0) return;
   HLX_LOG_INFO("%s()", "InitInfoShmData");
-  data->initialised = 1;
+  HLXSystemData::Store(data->initialised, uint32_t{1});
   std::fill(std::begin(data->mcu_version), std::end(data->mcu_version), '\0');
 }

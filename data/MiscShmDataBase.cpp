@@ -5,6 +5,7 @@
 
 #include "HLXMiscTypes.h"
 #include "data/HLXPersist.h"
+#include "data/SharedField.h"
 #include "platform/HLXLog.h"
 #include "platform/LibConfigs.h"
 
@@ -53,9 +54,9 @@ void ZeroVehicleData(MiscShmData* data) {
 }  // namespace
 
 void MiscShmDataBase::InitMiscShmData(MiscShmData* data) {
-  if (data->initialised != 0) return;
+  if (Load(data->initialised) != 0) return;
   HLX_LOG_INFO("%s()", "InitMiscShmData");
-  data->initialised = 1;
+  Store(data->initialised, uint32_t{1});
 
   ReadOrConfigured(PERSIST_ID_RVC_DELAY, &data->_is_rvc_delay, "/setting/default_rearview_camera_delay");
   HLX_LOG_DEBUG("_is_rvc_delay:%d", static_cast<int>(data->_is_rvc_delay));

@@ -1,6 +1,7 @@
 #include "data/PowerShmDataBase.h"
 
 #include "data/HLXPersist.h"
+#include "data/SharedField.h"
 #include "platform/HLXLog.h"
 #include "platform/LibConfigs.h"
 
@@ -38,9 +39,9 @@ void ReadOrSave(const PersistItem& item, unsigned int* field, Fallback fallback)
 }  // namespace
 
 void PowerShmDataBase::InitPowerShmData(PowerShmData* data) {
-  if (data->initialised != 0) return;
+  if (Load(data->initialised) != 0) return;
   HLX_LOG_INFO("%s()", "InitPowerShmData");
-  data->initialised = 1;
+  Store(data->initialised, uint32_t{1});
 
   if (!ReadPersist(PERSIST_ID_POWER_SERVICE_DELAY_TIME, &data->_power_delay_time)) {
     data->_power_delay_time = GetLibConfigs()->GetBool("/setting/default_acc_off_delay") ? 20 : 0;

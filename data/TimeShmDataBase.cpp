@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "data/HLXPersist.h"
+#include "data/SharedField.h"
 #include "data/ZoneTable.h"
 #include "platform/HLXLog.h"
 #include "platform/LibConfigs.h"
@@ -20,9 +21,9 @@ void ReadOrConfigured(const PersistItem& item, int32_t* field, const char* key) 
 }  // namespace
 
 void TimeShmDataBase::InitTimeShmData(TimeShmData* data) {
-  if (data->initialised == 0) {
+  if (Load(data->initialised) == 0) {
     HLX_LOG_INFO("%s()", "InitTimeShmData");
-    data->initialised = 1;
+    Store(data->initialised, uint32_t{1});
 
     // That the flag was saved at all means that the clock has been set once; its value says nothing.
     data->_is_time_reset_need = ReadPersist(PERSIST_ID_TIME_RESET_FLAG, &data->_is_time_reset_need) ? 0 : 1;

@@ -16,7 +16,8 @@
 /// again, and each event then arrives once per subscription.
 ///
 /// A bus that cannot be reached is tried seven times without pause. A service that is not on the bus, or a bus that
-/// cannot be reached, gives false; nothing is torn down and a later call tries again.
+/// cannot be reached, gives false; nothing is torn down and a later call tries again. Call it when the bus is up: one
+/// that comes up between two of the attempts, and stays up, keeps this function from returning (see docs/behaviour.md).
 /// @return true when the service was there and its signals are connected
 HLX_API bool HLX_StartSystemProxy();
 
@@ -38,8 +39,8 @@ HLX_API IHLXSystemUpdate* HLX_GetSystemUpdateProxy();
 /// client. Every pointer that was handed out dangles afterwards; shared memory stays mapped until the process ends.
 /// The next call of any other function starts afresh. Safe before any start and safe to repeat.
 ///
-/// Must not be called from a listener callback (it would wait for itself), nor while another thread is inside a
-/// client's function.
+/// Must not be called from a listener callback (it would wait for itself), nor while another thread is inside any
+/// function of the library other than to run a callback.
 HLX_API void HLX_ReleaseSystemProxy();
 
 /// Why the newest failed command of the calling thread failed, as the bus or the service put it; null when none has

@@ -13,7 +13,8 @@
 ///
 /// Commands are blocking D-Bus calls on the caller's thread (up to the bus's time-out, about 25 s, when the service
 /// hangs). They check nothing, change nothing locally and return nothing: the service updates the record and the
-/// change comes back as an event. A command that failed is logged; HLX_GetLastCallError() tells why.
+/// change comes back as an event. A command that failed is logged; HLX_GetLastCallError() tells why. Pass 0 or 1 where
+/// a switch is meant: only the low byte of another number counts.
 ///
 /// All functions may be called from any thread. The order of the virtual functions is part of the binary interface.
 class HLX_API IHLXSystemPower : public IHLXListener<IHLXPowerListener> {

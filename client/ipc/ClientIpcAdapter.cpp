@@ -27,6 +27,7 @@ void ClientIpcAdapter::StopDispatch() {
 /// Only a success at the first attempt ends the loop well: after a failure it goes on, making further proxies, until
 /// the bus has refused seven times.
 bool ClientIpcAdapter::InitDBusConnect() {
+  const std::lock_guard<std::mutex> one_at_a_time(starting_);
   int retry = 0;
   bool first_attempt = true;
   for (;;) {

@@ -195,6 +195,7 @@ class ClientIpcAdapter {
   std::atomic<HLXMiscClient*> misc_client_{nullptr};
   std::atomic<HLXTimeClient*> time_client_{nullptr};
 
+  std::mutex starting_;
   std::mutex proxies_mutex_;
   std::vector<GLibPtr<ComVornLinuxSystem>>
       proxies_;  ///< all that were made, since a command may still use an older one

@@ -57,6 +57,7 @@ template <class Function>
 bool ClientIpcAdapter::CallText(const CallSite& site, Function function, const std::string& text) {
   const char* invalid = nullptr;
   if (g_utf8_validate(text.c_str(), -1, &invalid)) return Call(site, function, text.c_str());
+  if (proxy_.load() == nullptr) return Call(site, function, "");  // before the start nothing is looked at
   site.Report(g_error_new(G_IO_ERROR, G_IO_ERROR_INVALID_ARGUMENT, "the text is not valid UTF-8 from byte %d on",
                           static_cast<int>(invalid - text.c_str())));
   return false;

@@ -109,6 +109,8 @@ struct Unit {
 
 TEST(UpdateWorker, WhatMayHappenToASearch) {
   const auto nothing = [](Unit&) {};
+  std::vector<int> nineteen_overtaken(20, 4);
+  nineteen_overtaken.back() = 1;
   struct {
     const char* name;
     std::function<void(Unit&)> during_checksums;
@@ -119,6 +121,11 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
   } const cases[] = {
       {"removal during checksums", [](Unit& u) { u.search->NewSession(); }, {4}, "INFO verify md5 success."},
       {"a newer report during checksums", [](Unit& u) { u.Report(); }, {4, 1}, "INFO AnalysisSoftwareFile,session:2"},
+      {"twenty reports",
+       [](Unit& u) {
+         for (int i = 1; i < 20; ++i) u.Report();
+       },
+       nineteen_overtaken, "INFO AnalysisSoftwareFile,session:20"},
       {"pulled out", [](Unit&) { Shell("rm -r /media/usbstorage0"); }, {}, "ERROR Exec command fail:" + kUnzip},
       {"released", [](Unit& u) { u.Report(), u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
       {"read-only disk", [](Unit&) { Shell("chmod 555 /data"); }, {}, "ERROR Exec command fail:mkdir /data/update/"},
@@ -160,13 +167,13 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     const int pipe = Unit::Checksums();
     test.during_checksums(unit);
     Unit::PassChecksums(pipe);
-    if (test.results.size() == 2) {  // the next search begins when the first has spoken
-      ASSERT_TRUE(Within30Seconds([&unit] { return unit.results.Get().size() == 1; }));
+    for (std::size_t told = 1; told < test.results.size(); ++told) {  // the next search begins when the last has spoken
+      ASSERT_TRUE(Within30Seconds([&] { return unit.results.Get().size() == told; }));
       Unit::PassChecksums(Unit::Checksums());
     }
     ASSERT_TRUE(unit.Ended());
     const fake::Platform platform = fake::Snapshot();
-    EXPECT_EQ(unit.results.Get(), test.results);
+    EXPECT_THAT(unit.results.Get(), testing::UnorderedElementsAreArray(test.results));
     EXPECT_THAT(platform.LoggedAll(), Contains(StartsWith(test.record)));
     for (const auto& [command, flag] : platform.commands) EXPECT_EQ(flag, Begins(command, "rm") ? 0 : 1) << command;
     EXPECT_TRUE(test.exec || access("/data/update/app", F_OK) != 0) << "left behind";
