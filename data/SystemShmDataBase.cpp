@@ -4,6 +4,7 @@
 #include <sys/shm.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 
 #include "platform/HLXLog.h"
@@ -23,7 +24,7 @@ bool SystemShmDataBase::CreateDataShm(void** out_addr, unsigned int size) {
     return false;
   }
   *out_addr = shmat(id, nullptr, 0);
-  if (*out_addr == reinterpret_cast<void*>(-1)) {
+  if (reinterpret_cast<std::intptr_t>(*out_addr) == -1) {
     HLX_LOG_ERROR("system data info  shmat failed:%s", std::strerror(errno));
     return false;
   }

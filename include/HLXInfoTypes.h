@@ -8,7 +8,7 @@ namespace SystemInfo {
 
 /// Car and market, as configured.
 struct ModelInfo {
-  int market;
+  int market = 0;
   std::string car_maker;
   std::string car_model;
   std::string hu_model;

@@ -17,7 +17,8 @@ std::string SerialNumberFrom(const std::string& command_line);
 unsigned int MachineSampleFrom(const std::string& text);
 
 /// Reads a hexadecimal number of at most 32 characters from an attribute of sysfs. 0, or -1 when `value` is null, the
-/// file cannot be opened (`*value` is unchanged) or not be read (`*value` is then 0). Throws as MachineSampleFrom() does.
+/// file cannot be opened (`*value` is unchanged) or not be read (`*value` is then 0).
+/// Throws as MachineSampleFrom() does.
 int ReadMachineSample(const char* path, unsigned int* value);
 
 }  // namespace DeviceIdentity

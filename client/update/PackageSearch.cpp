@@ -33,15 +33,18 @@ int PackageSearch::NewSession() {
 
 void PackageSearch::Start(int session) {
   try {
-    std::thread([self = shared_from_this(), session] {
-      try {
-        self->AnalysisSoftwareFile(session);
-      } catch (const std::bad_alloc&) {  // a stick must not end the application
-        HLX_LOG_ERROR("no memory for the package search");
-      }
-    }).detach();
+    std::thread([self = shared_from_this(), session] { self->Run(session); }).detach();
   } catch (const std::system_error& error) {
     HLX_LOG_ERROR("no thread for the package search: %s", error.what());
+  }
+}
+
+/// A stick must not end the application.
+void PackageSearch::Run(int session) {
+  try {
+    AnalysisSoftwareFile(session);
+  } catch (const std::bad_alloc&) {
+    HLX_LOG_ERROR("no memory for the package search");
   }
 }
 
@@ -109,21 +112,23 @@ bool PackageSearch::VerifyPackage(int session) {
   return true;
 }
 
+/// Whether the search goes on after a command.
+bool PackageSearch::GoesOn(int session, bool succeeded, const std::string& command) {
+  if (succeeded && !Overtaken(session)) return true;
+  HLX_LOG_ERROR("Exec command fail:%s", command.c_str());
+  return false;
+}
+
 bool PackageSearch::Extract(int session) {
-  const auto done = [this, session](bool succeeded, const std::string& command) {
-    if (succeeded && !Overtaken(session)) return true;
-    HLX_LOG_ERROR("Exec command fail:%s", command.c_str());
-    return false;
-  };
   const std::string directory = verifier_.Paths().extracted + "/";
   if (!FileExists(directory)) {
     HLX_LOG_WARN("%s is not exist,create a new one.", directory.c_str());
     const std::string command = "mkdir " + directory;
-    if (!done(HLX_ExecSystemCmd(command.c_str(), 1) != 0, command)) return false;
+    if (!GoesOn(session, HLX_ExecSystemCmd(command.c_str(), 1) != 0, command)) return false;
   }
   std::string command;
   const bool extracted = verifier_.ExtractVersionFile(&command);
-  if (!done(extracted, command)) return false;
+  if (!GoesOn(session, extracted, command)) return false;
   sync();
   sleep(1);
   HLX_LOG_INFO("Extract update software package success:%s", command.c_str());

@@ -3,6 +3,7 @@
 #include <atomic>
 #include <memory>
 #include <mutex>
+#include <string>
 
 #include "HLXInfoTypes.h"
 #include "HLXUpdateTypes.h"
@@ -29,9 +30,11 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   SystemInfo::VersionInfo PackageVersion() const;
 
  private:
+  void Run(int session);
   void AnalysisSoftwareFile(int session);
   bool VerifyPackage(int session);
   bool Extract(int session);
+  bool GoesOn(int session, bool succeeded, const std::string& command);
   bool VerifyUpdateVersion(int session);
   bool Overtaken(int session) const { return detached_ || session != session_counter_; }
   void Relay(HLXUpdate::UpdateNotifyResult result);

@@ -117,7 +117,7 @@ std::vector<Command> Commands() {
        true},
       {"com_vorn_linux_system_call_set_logo_info_sync",
        [](Adapter& a) {
-         SystemMisc::LogoInfo logo;
+         SystemMisc::LogoInfo logo{};
          for (unsigned char i = 0; i < 20; ++i)
            reinterpret_cast<unsigned char*>(&logo)[i] = static_cast<unsigned char>(i + 1);
          a.SetLogo(logo);
@@ -127,7 +127,7 @@ std::vector<Command> Commands() {
       {"ClientIpcAdapter::SetOnTimeChange", TEXT(SetOnTimeChange, "12:00"), "SetOnTimeChange ('12:00',)", true},
       {"ClientIpcAdapter::SetOnRadioChange", TEXT(SetOnRadioChange, "FM 101,7"), "SetOnRadioChange ('FM 101,7',)",
        true},
-      {"ClientIpcAdapter::SetOnTouchInfo", TEXT(SetOnTouchInfo, ""), "SetOnTouchInfo ('',)", true},
+      {"ClientIpcAdapter::SetOnTouchInfo", TEXT(SetOnTouchInfo, std::string(1, '\0')), "SetOnTouchInfo ('',)", true},
       {"ClientIpcAdapter::SetOnPSChange", TEXT(SetOnPSChange, "ÖR1"), "SetOnPSChange ('ÖR1',)", true},
       {"ClientIpcAdapter::SetOnMediaInfoChange", TEXT(SetOnMediaInfoChange, std::string("a\0b", 3)),
        "SetOnMediaInfoChange ('a',)", true},
