@@ -12,7 +12,7 @@ constexpr Word kSwitch[] = {{1, "on"}, {0, "off"}};
 
 /// The whole of `text` as a number from `least` to `most`.
 int64_t ReadNumber(const std::string& text, int64_t least, int64_t most) {
-  const bool hexadecimal = text.compare(0, 2, "0x") == 0;
+  const bool hexadecimal = text.compare(0, 2, "0x") == 0 && g_ascii_isxdigit(text.c_str()[2]);
   gint64 number = 0;
   if (!g_ascii_string_to_signed(text.c_str() + (hexadecimal ? 2 : 0), hexadecimal ? 16 : 10, least, most, &number,
                                 nullptr)) {
@@ -43,7 +43,7 @@ ArgumentValue Argument::Read(const std::string& text) const {
     return read(text);
   } catch (const std::invalid_argument& problem) {
     const std::string detail = problem.what();
-    throw std::invalid_argument(name + ": '" + Text{}(text).text + "' " +
+    throw std::invalid_argument(name + ": '" + text + "' " +
                                 (detail.empty() ? "is not allowed; allowed: " + allowed : detail));
   }
 }

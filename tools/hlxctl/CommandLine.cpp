@@ -1,10 +1,10 @@
 #include "tools/hlxctl/CommandLine.h"
 
 #include <algorithm>
-#include <cstdio>
 #include <string_view>
 
 #include "tools/hlxctl/Failure.h"
+#include "tools/hlxctl/Output.h"
 #include "tools/hlxctl/PackageCheck.h"
 #include "tools/hlxctl/TimeArea.h"
 #include "tools/hlxctl/Zones.h"
@@ -130,6 +130,6 @@ int CommandLine::Explain(const CLI::ParseError& problem) const {
   const std::vector<std::string> unknown = app_.remaining(true);
   std::string text = unknown.empty() ? problem.what() : "'" + unknown.front() + "' is not known here";
   if (!choice.empty()) text += "; choose from: " + choice;
-  std::fprintf(stderr, "hlxctl: %s%s\n", place.c_str(), text.c_str());
+  Output::Note(place + text);
   return kExitUsage;
 }

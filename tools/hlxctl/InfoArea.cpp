@@ -11,21 +11,23 @@ namespace {
 constexpr Word kFuel[] = {{FUEL_TYPE_UNLEADED, "unleaded"}, {FUEL_TYPE_DIESEL, "diesel"}};
 constexpr Flag kLeftSeat{"left", "right"};
 
-/// One member of what a getter fills in.
-template <class Client, class Result, class Filled, class Member, class Format>
-std::function<Value()> Part(Result (Client::*getter)(Filled&), Member Filled::*member, Format format) {
-  return [=] {
-    Filled filled{};
-    (Proxy<Client>().*getter)(filled);
-    return format(filled.*member);
-  };
+ModelInfo TheModel() {
+  ModelInfo model{};
+  Proxy<I>().GetModelInfo(model);
+  return model;
 }
 
-std::function<Value()> Model(std::string ModelInfo::*member) { return Part(&I::GetModelInfo, member, Text{}); }
+std::function<Value()> Model(std::string ModelInfo::*member) {
+  return [member] { return Text{}(TheModel().*member); };
+}
 
 template <class Member>
 std::function<Value()> Screen(Member ScreenInfo::*member, const char* unit) {
-  return Part(&I::GetScreenInfo, member, Measure{unit});
+  return [member, unit] {
+    ScreenInfo screen{};
+    Proxy<I>().GetScreenInfo(screen);
+    return Measure{unit}(screen.*member);
+  };
 }
 
 /// Width and height, of which the getters give the height first.
@@ -57,7 +59,7 @@ std::vector<Field> Fields() {
   using M = ModelInfo;
   using S = ScreenInfo;
   std::vector<Field> fields = {
-      {"market", "Market", Part(&I::GetModelInfo, &M::market, Number{})},
+      {"market", "Market", [] { return Number{}(TheModel().market); }},
       {"car_maker", "Car maker", Model(&M::car_maker)},
       {"car_model", "Car model", Model(&M::car_model)},
       {"hu_model", "Head unit model", Model(&M::hu_model)},

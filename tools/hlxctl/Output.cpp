@@ -63,4 +63,4 @@ void Output::Put(const std::string& text) {
 void Output::Line(const std::string& text) { Put(text + "\n"); }
 void Output::JsonLine(const Json& json) { Line(Compact(json)); }
 std::string Output::Compact(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
-void Output::Note(const std::string& text) { std::fprintf(stderr, "hlxctl: %s\n", text.c_str()); }
+void Output::Note(const std::string& text) { std::fprintf(stderr, "hlxctl: %s\n", Text{}(text).text.c_str()); }

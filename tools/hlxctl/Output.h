@@ -22,7 +22,7 @@ void JsonLine(const Json& json);
 /// On one line; bytes that are no UTF-8 are replaced.
 std::string Compact(const Json& json);
 
-/// One line on standard error.
+/// One line on standard error, whatever `text` holds.
 void Note(const std::string& text);
 
 }  // namespace Output

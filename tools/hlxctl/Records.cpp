@@ -4,6 +4,7 @@
 #include <sys/shm.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 
@@ -12,7 +13,7 @@ namespace {
 void* Map(const Record& record, int flags) {
   const int id = shmget(static_cast<key_t>(record.key), record.size, 0);
   void* const address = id == -1 ? nullptr : shmat(id, nullptr, flags);
-  if (address != nullptr && address != reinterpret_cast<void*>(-1)) return address;
+  if (address != nullptr && reinterpret_cast<intptr_t>(address) != -1) return address;
   const int error = errno;
   char message[200];
   std::snprintf(message, sizeof(message), "the %s record (shared memory 0x%llX, %zu bytes) %s", record.name, record.key,

@@ -94,9 +94,11 @@ void ListZones(std::optional<int> current, bool json) {
     }
     std::string number = std::to_string(zone);
     number.insert(0, 3 - number.size(), ' ');
-    const std::string shown = OffsetText(offset);
-    Output::Line((current == zone ? "*" : " ") + number + "  " + shown + std::string(9 - shown.size(), ' ') +
-                 ZoneName(zone) + "  " + kZones[zone].path);
+    std::string shown = OffsetText(offset);
+    shown.resize(9, ' ');
+    std::string line = current == zone ? "*" : " ";
+    line.append(number).append("  ").append(shown).append(ZoneName(zone)).append("  ").append(kZones[zone].path);
+    Output::Line(line);
   }
   if (json) return Output::JsonLine(list);
   Output::Line(current ? "* the unit's zone" : "The unit's zone is not known: there is no time record.");
