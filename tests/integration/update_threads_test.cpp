@@ -1,0 +1,180 @@
+// Update packages as a unit meets them: the service reports a stick on the bus, and the process named hmi searches it
+// with the real pidof, md5sum and unzip. The whole set of packages that the project ships.
+#include <gmock/gmock.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+#include <mutex>
+#include <string>
+#include <vector>
+
+#include "HLXListenerBase.h"
+#include "HLXSystemProxy.h"
+#include "dbus/GLibPtr.h"
+#include "tests/support/MainContext.h"
+#include "tests/support/Process.h"
+
+using namespace HLXUpdate;
+
+namespace {
+
+const char kSimulator[] = HLX_BINARY_DIR "/simulator/hlx-simulator";
+
+int Shell(const std::string& command) { return std::system(command.c_str()); }
+
+/// What the search's thread and the main loop's say, and when: results as numbers, records as text.
+class Told : public HLXUpdateListenerBase {
+ public:
+  void OnDetectValidUpdateFileNotify(UpdateNotifyResult result) override { Add(&results_, static_cast<int>(result)); }
+  void OnPackageStateChangeNotify(UpdatePackageState state) override { Add(&results_, 100 + state); }
+  void AddRecord(const std::string& text) { Add(&records_, text); }
+
+  std::vector<int> Results() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return results_;
+  }
+  bool Said(const std::string& start) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    for (const std::string& record : records_) {
+      if (record.rfind(start, 0) == 0) return true;
+    }
+    return false;
+  }
+  void Forget() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    results_.clear();
+    records_.clear();
+  }
+
+ private:
+  template <class T>
+  void Add(std::vector<T>* list, const T& entry) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    list->push_back(entry);
+  }
+
+  std::mutex mutex_;
+  std::vector<int> results_;
+  std::vector<std::string> records_;
+};
+
+Told told;
+
+GLogWriterOutput Keep(GLogLevelFlags /*level*/, const GLogField* fields, gsize count, gpointer /*data*/) {
+  for (gsize i = 0; i < count; ++i) {
+    if (std::string(fields[i].key) == "MESSAGE") told.AddRecord(static_cast<const char*>(fields[i].value));
+  }
+  return G_LOG_WRITER_HANDLED;
+}
+
+void Emit(const std::string& signal, const std::string& value) {
+  ASSERT_EQ(Process({kSimulator, "emit", signal, value}).Wait(), 0);
+}
+
+void Insert(const std::string& package) {
+  ASSERT_EQ(Shell("rm -rf /data/update /media/usbstorage0; cp -r /tmp/packages/" + package + " /media/usbstorage0"), 0);
+  told.Forget();
+}
+
+/// A search ends with a result, or with one of these records.
+bool Ended() { return !told.Results().empty() || told.Said("Can not find") || told.Said("Exec command fail"); }
+
+class UpdateOnTheBus : public testing::Test {
+ protected:
+  static void SetUpTestSuite() { ASSERT_EQ(Shell(HLX_SOURCE_DIR "/tests/packages/make-packages /tmp/packages"), 0); }
+  void SetUp() override { ASSERT_TRUE(simulator.WaitForLine("ready")); }
+  void TearDown() override { HLX_ReleaseSystemProxy(); }
+
+  /// Starts afresh on a unit of this project.
+  static void Start(const std::string& project) {
+    HLX_ReleaseSystemProxy();
+    ASSERT_EQ(Shell("mkdir -p /app/etc; sed 's/^Project Name:.*/Project Name:" + project +
+                    "/' /tmp/packages/unit-version.conf >/app/etc/sys_version.conf"),
+              0);
+    ASSERT_TRUE(HLX_StartSystemProxy());
+    HLX_GetSystemUpdateProxy()->AddListener(&told);
+  }
+
+  Process simulator{{kSimulator, "--quiet"}};
+};
+
+TEST_F(UpdateOnTheBus, EveryPackageOfTheSet) {
+  struct {
+    const char* package;
+    std::vector<int> results;
+    const char* record = "";        ///< that must have been logged
+    const char* project = "Aster";  ///< of the unit
+  } const packages[] = {
+      {"good",
+       {1},
+       "Extract update software package success:cd /media/usbstorage0/ && unzip -o update.zip "
+       "app/etc/sys_version.conf -d /data/update/ && sync"},
+      {"same", {1}},
+      {"newer", {1}, "/data/update/ is not exist,create a new one."},
+      {"older", {5}, "valid arm version fail..."},
+      {"wrong-hardware", {6}, "valid hardware version fail..."},
+      {"wrong-project", {7}, "valid project name fail fail..."},
+      {"any-project", {1}, "local project:T268ZF", "T268ZF"},
+      {"bad-checksum", {4}, "get checksum result:update.zip: FAILED"},
+      {"no-checksum", {4}, "no md5 text file found in usb0 path."},
+      {"truncated", {}, "Exec command fail:cd /media/usbstorage0/ && unzip"},
+      {"no-version-file", {}, "Exec command fail:cd /media/usbstorage0/ && unzip"},
+      {"no-package", {}, "Can not find update file in path:/media/usbstorage0/update.zip."},
+      {"empty-version-file", {5}, "AnalysisCmpVersionInfo[ARM Version]:fail to extract version info."},
+      {"rubbish", {5}},
+      {"long-line", {1}},
+      {"symbolic-link", {5}, "open /data/update/app/etc/sys_version.conf failed:"},
+      {"escaping", {1}},
+      {"can-file", {3}},
+  };
+  for (const auto& test : packages) {
+    SCOPED_TRACE(test.package);
+    Start(test.project);
+    Insert(test.package);
+    Emit("DetectValidUpdateFileNotifySignal", "1");
+    ASSERT_TRUE(RunUntil(Ended));
+    EXPECT_TRUE(RunUntil([] { return access("/data/update/app", F_OK) != 0; })) << "left behind";
+    EXPECT_EQ(told.Results(), test.results);
+    EXPECT_TRUE(told.Said(test.record)) << test.record;
+    for (const char* escaped : {"/escaped", "/data/escaped", "/data/update/escaped"}) {
+      EXPECT_NE(access(escaped, F_OK), 0) << escaped;
+    }
+    SystemInfo::VersionInfo version;
+    EXPECT_EQ(HLX_GetSystemUpdateProxy()->GetUpdateVersionInfo(version), 1);
+    const bool read = test.results == std::vector<int>{1} || std::string(test.record).rfind("valid ", 0) == 0;
+    EXPECT_EQ(version.drawing_code, read ? "D-4711" : "");
+    EXPECT_EQ(version.mcu_version, "");
+  }
+}
+
+TEST_F(UpdateOnTheBus, StatesOfTheStick) {
+  Start("Aster");
+  Insert("can-file");
+  const auto results = [](std::size_t count) { return [count] { return told.Results().size() == count; }; };
+  Emit("OnPackageStateChangeNotify", "1");
+  ASSERT_TRUE(RunUntil(results(1)));
+  Emit("OnPackageStateChangeNotify", "2");
+  ASSERT_TRUE(RunUntil(results(3)));
+  EXPECT_THAT(told.Results(), testing::UnorderedElementsAre(101, 102, 3));
+  Emit("DetectValidUpdateFileNotifySignal", "3");  // nothing that a client hears of
+  Emit("DetectValidUpdateFileNotifySignal", "2");
+  ASSERT_TRUE(RunUntil(results(4)));
+  EXPECT_EQ(told.Results().back(), 2);
+}
+
+}  // namespace
+
+/// Only the process named hmi searches: the test goes on as a copy of itself of that name.
+int main(int argc, char** argv) {
+  if (std::string(program_invocation_short_name) != "hmi") {
+    static char name[] = "/tmp/hmi";
+    if (Shell("cp /proc/" + std::to_string(getpid()) + "/exe " + name) != 0) return 1;
+    argv[0] = name;
+    execv(name, argv);
+    return 1;
+  }
+  g_log_set_writer_func(Keep, nullptr, nullptr);
+  testing::InitGoogleMock(&argc, argv);
+  return RUN_ALL_TESTS();
+}
