@@ -36,6 +36,13 @@ class SystemShmDataBase {
   bool CreateDataShm(void** out_addr, unsigned int size);
 
  protected:
+  /// Maps the segment as one record; null when CreateDataShm() fails.
+  template <class Record>
+  Record* MapRecord() {
+    void* address = nullptr;
+    return CreateDataShm(&address, sizeof(Record)) ? static_cast<Record*>(address) : nullptr;
+  }
+
   std::unique_ptr<SystemDefaultData> default_data;
 
  private:

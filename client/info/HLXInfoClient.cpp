@@ -29,17 +29,11 @@ constexpr const char* kHardwareVersions[16] = {"",       "V1.0.1", "V1.0.2", "V1
 std::string Text(const char* key) { return GetLibConfigs()->GetString(key); }
 int Number(const char* key) { return GetLibConfigs()->GetInt(key); }
 
-template <class Record>
-Record* Map(SystemShmDataBase& segment) {
-  void* address = nullptr;
-  return segment.CreateDataShm(&address, sizeof(Record)) ? static_cast<Record*>(address) : nullptr;
-}
-
 }  // namespace
 
 HLXMiscClientShm::HLXMiscClientShm()
     : MiscShmDataBase(HLXSystemData::SHM_MISC_DATA_KEY_ID, HLXSystemData::SHM_OP_CREATE, "info-client"),
-      record_(Map<HLXSystemData::MiscShmData>(*this)) {
+      record_(MapRecord<HLXSystemData::MiscShmData>()) {
   if (record_ == nullptr) {
     HLX_LOG_FATAL("[system-server]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!");
     std::exit(2);
@@ -49,7 +43,7 @@ HLXMiscClientShm::HLXMiscClientShm()
 
 HLXInfoClientShm::HLXInfoClientShm()
     : InfoShmDataBase(HLXSystemData::SHM_INFO_DATA_KEY_ID, HLXSystemData::SHM_OP_CREATE, "ext_mcu_service"),
-      record_(Map<HLXSystemData::InfoShmData>(*this)) {
+      record_(MapRecord<HLXSystemData::InfoShmData>()) {
   if (record_ == nullptr) {
     HLX_LOG_FATAL("[system-server]CreateDataShm->SHM_INFO_DATA_KEY_ID fail.Exit!!");
     std::exit(2);

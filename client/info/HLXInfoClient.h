@@ -15,7 +15,7 @@ class HLXMiscClientShm : public MiscShmDataBase {
   HLXSystemData::MiscShmData* Record() const { return record_; }
 
  private:
-  HLXSystemData::MiscShmData* record_ = nullptr;
+  HLXSystemData::MiscShmData* record_;
 };
 
 /// The info segment.
@@ -25,7 +25,7 @@ class HLXInfoClientShm : public InfoShmDataBase {
   HLXSystemData::InfoShmData* Record() const { return record_; }
 
  private:
-  HLXSystemData::InfoShmData* record_ = nullptr;
+  HLXSystemData::InfoShmData* record_;
 };
 
 /// Facts about the unit, read once here and copied out; see IHLXSystemInfo for what is live.

@@ -26,13 +26,12 @@ Enum As(const uint32_t& field) {
 
 HLXMiscClient::HLXMiscClient(std::shared_ptr<ClientIpcAdapter> adapter)
     : MiscShmDataBase(HLXSystemData::SHM_MISC_DATA_KEY_ID, HLXSystemData::SHM_OP_ATTACH, "misc_client"),
-      adapter_(std::move(adapter)) {
-  void* address = nullptr;
-  if (!CreateDataShm(&address, sizeof(HLXSystemData::MiscShmData))) {
+      adapter_(std::move(adapter)),
+      data_(MapRecord<HLXSystemData::MiscShmData>()) {
+  if (data_ == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!");
     std::exit(2);
   }
-  data_ = static_cast<HLXSystemData::MiscShmData*>(address);
   InitMiscShmData(data_);
 }
 

@@ -142,7 +142,7 @@ class HLXMiscClient : public IHLXSystemMisc, public MiscShmDataBase {
   void ReadSpeakers(SpeakerStates& states) const;
 
   std::shared_ptr<ClientIpcAdapter> adapter_;
-  HLXSystemData::MiscShmData* data_ = nullptr;
+  HLXSystemData::MiscShmData* data_;
   SpeakerStates speakers_;
   // What the last event of each kind said, to tell what changed.
   unsigned char last_ac_ = 0;

@@ -25,13 +25,12 @@ Enum As(const Field& field) {
 
 HLXPowerClient::HLXPowerClient(std::shared_ptr<ClientIpcAdapter> adapter)
     : PowerShmDataBase(HLXSystemData::SHM_POWER_DATA_KEY_ID, HLXSystemData::SHM_OP_ATTACH, "power_client"),
-      adapter_(std::move(adapter)) {
-  void* address = nullptr;
-  if (!CreateDataShm(&address, sizeof(HLXSystemData::PowerShmData))) {
+      adapter_(std::move(adapter)),
+      data_(MapRecord<HLXSystemData::PowerShmData>()) {
+  if (data_ == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!");
     std::exit(2);
   }
-  data_ = static_cast<HLXSystemData::PowerShmData*>(address);
   InitPowerShmData(data_);
 }
 

@@ -76,5 +76,5 @@ class HLXPowerClient : public IHLXSystemPower, public PowerShmDataBase {
 
  private:
   std::shared_ptr<ClientIpcAdapter> adapter_;
-  HLXSystemData::PowerShmData* data_ = nullptr;
+  HLXSystemData::PowerShmData* data_;
 };

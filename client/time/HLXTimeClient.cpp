@@ -15,13 +15,12 @@ using HLXSystemData::Load;
 
 HLXTimeClient::HLXTimeClient(std::shared_ptr<ClientIpcAdapter> adapter)
     : TimeShmDataBase(HLXSystemData::SHM_TIME_DATA_KEY_ID, HLXSystemData::SHM_OP_ATTACH, "time_client"),
-      ipc_adapter(std::move(adapter)) {
-  void* address = nullptr;
-  if (!CreateDataShm(&address, sizeof(HLXSystemData::TimeShmData))) {
+      ipc_adapter(std::move(adapter)),
+      time_data(MapRecord<HLXSystemData::TimeShmData>()) {
+  if (time_data == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_TIME_DATA_KEY_ID fail.Exit!!");
     std::exit(2);
   }
-  time_data = static_cast<HLXSystemData::TimeShmData*>(address);
   InitTimeShmData(time_data);
   InitSystemTime();
 }

@@ -57,7 +57,7 @@ class HLXTimeClient : public IHLXSystemTime, public TimeShmDataBase {
   void LinkZone(SystemTime::TimeZone zone);
 
   std::shared_ptr<ClientIpcAdapter> ipc_adapter;
-  HLXSystemData::TimeShmData* time_data = nullptr;
+  HLXSystemData::TimeShmData* time_data;
   int ext_mcu_time_24_mode_cache = 0;
   unsigned char ext_mcu_time_zone_cache = 0;
 };

@@ -293,6 +293,16 @@ TEST_F(HlxctlTest, SaysOnceThatTheServiceIsNotThere) {
   for (int record = 0; record < 4; ++record) EXPECT_EQ(-1, SegmentId(record));
 }
 
+TEST_F(HlxctlTest, SaysThatTheServiceWentAwayDuringACommand) {
+  Start();
+  simulator_->Signal(SIGSTOP);
+  Process tool({kTool, "power", "set", "gamma", "1"});
+  sleep(1);  // it is waiting for the answer now
+  simulator_->Signal(SIGKILL);
+  EXPECT_EQ(4, tool.Wait());
+  EXPECT_THAT(tool.Err(), testing::MatchesRegex("hlxctl: power gamma 1: GDBus.Error:[^\n]*\n"));
+}
+
 TEST_F(HlxctlTest, LooksChangeNothing) {
   Start();
   Ctl("time set zone 78");  // makes the time client of this unit link the zone
