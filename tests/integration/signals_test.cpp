@@ -36,10 +36,9 @@ std::string Text(const std::map<K, V>& map) {
 }
 
 template <class... A>
-void Note(const std::string& name, const A&... arguments) {
-  std::string text = name;
+void Note(std::string text, const A&... arguments) {
   ((text += " " + Text(arguments)), ...);
-  notes.push_back(text);
+  notes.push_back(std::move(text));
 }
 
 class Power : public HLXPowerListenerBase {
