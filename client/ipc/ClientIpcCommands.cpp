@@ -17,6 +17,12 @@ template <class T>
 GVariant* Record(const T& record) {
   return build_variant_data(&record, sizeof record);
 }
+
+/// Frees what an argument of a call that is not made holds.
+void Drop(GVariant* record) { g_variant_unref(g_variant_ref_sink(record)); }
+template <class T>
+void Drop(const T& /*value*/) {}
+
 static_assert(sizeof(SystemMisc::LogoInfo) == 20, "wire size");
 static_assert(sizeof(SystemTime::DateInfo) == 16, "wire size");
 static_assert(sizeof(SystemTime::TimeInfo) == 12, "wire size");
@@ -42,11 +48,17 @@ struct ClientIpcAdapter::CallSite {
 };
 
 /// True unless the call ended with an error. Without a proxy GLib refuses the call without an error, so that a command
-/// before the start counts as done.
+/// before the start counts as done. It is refused here before the arguments are packed, which GLib would then leak.
 template <class Function, class... Args>
 bool ClientIpcAdapter::Call(const CallSite& site, Function function, Args... args) {
+  ComVornLinuxSystem* const proxy = proxy_.load();
+  if (proxy == nullptr) {
+    (Drop(args), ...);
+    g_dbus_proxy_call_sync(nullptr, site.command, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+    return true;
+  }
   GError* error = nullptr;
-  function(proxy_.load(), args..., nullptr, &error);
+  function(proxy, args..., nullptr, &error);
   if (error == nullptr) return true;
   site.Report(error);
   return false;
@@ -56,8 +68,9 @@ bool ClientIpcAdapter::Call(const CallSite& site, Function function, Args... arg
 template <class Function>
 bool ClientIpcAdapter::CallText(const CallSite& site, Function function, const std::string& text) {
   const char* invalid = nullptr;
-  if (g_utf8_validate(text.c_str(), -1, &invalid)) return Call(site, function, text.c_str());
-  if (proxy_.load() == nullptr) return Call(site, function, "");  // before the start nothing is looked at
+  if (proxy_.load() == nullptr || g_utf8_validate(text.c_str(), -1, &invalid)) {
+    return Call(site, function, text.c_str());
+  }
   site.Report(g_error_new(G_IO_ERROR, G_IO_ERROR_INVALID_ARGUMENT, "the text is not valid UTF-8 from byte %d on",
                           static_cast<int>(invalid - text.c_str())));
   return false;
