@@ -50,10 +50,10 @@ std::string RecordCall(const std::string& method, const std::string& bytes) {
   return method + " (<[byte " + bytes + "]>,)";
 }
 
+constexpr auto kUpdate = static_cast<HLXUpdate::UpdateType>(-3);
+constexpr auto kBigLight = static_cast<HLXPower::LightType>(0x101);
+
 std::vector<Command> Commands() {
-  const auto update = static_cast<HLXUpdate::UpdateType>(-3);
-  const auto big_light = static_cast<HLXPower::LightType>(0x101);
-  const std::string scope = "ClientIpcAdapter::";
   static const std::string logo_bytes = [] {
     std::string text;
     for (int i = 1; i <= 20; ++i)
@@ -65,8 +65,8 @@ std::vector<Command> Commands() {
       {"ApplyUpdateAll", NONE(ApplyUpdateAll()), "ApplyUpdateAll ()"},
       {"ApplyMpuUpdate", NONE(ApplyMpuUpdate()), "ApplyMpuUpdate ()"},
       {"ApplyUpdate",
-       [update](Adapter& a) {
-         a.ApplyUpdate(update);
+       [](Adapter& a) {
+         a.ApplyUpdate(kUpdate);
          return kNone;
        },
        "ApplyUpdate (-3,)"},
@@ -81,8 +81,8 @@ std::vector<Command> Commands() {
        "SetCarPlayPhoneState (byte 0x02,)"},
       {"SetScreenLightOn", NONE(SetScreenLightOn(-1)), "SetScreenLightOn (true,)"},
       {"SetScreenLightLevel",
-       [big_light](Adapter& a) {
-         a.SetScreenLightLevel(big_light, 200);
+       [](Adapter& a) {
+         a.SetScreenLightLevel(kBigLight, 200);
          return kNone;
        },
        "SetScreenLightLevel (byte 0x01, byte 0xc8)"},
@@ -95,8 +95,8 @@ std::vector<Command> Commands() {
       {"ConfirmPreRadioOffState", NONE(ConfirmPreRadioOffState(0x7FFFFFFF)), "ConfirmPreRadioOffState (2147483647,)"},
       {"SetButtonLightState", NONE(SetButtonLightState(256)), "SetButtonLightState (false,)"},
       {"SetButtonLightValue",
-       [big_light](Adapter& a) {
-         a.SetButtonLightValue(big_light, 0);
+       [](Adapter& a) {
+         a.SetButtonLightValue(kBigLight, 0);
          return kNone;
        },
        "SetButtonLightValue (byte 0x01, byte 0x00)"},
