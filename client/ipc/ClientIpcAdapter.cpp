@@ -1,6 +1,6 @@
 #include "client/ipc/ClientIpcAdapter.h"
 
-#include "client/ipc/DispatchGate.h"
+#include "client/DispatchGate.h"
 #include "platform/HLXLog.h"
 
 HLX_LOG_SOURCE("client/ipc/ClientIpcAdapter");
@@ -17,7 +17,7 @@ ClientIpcAdapter::ClientIpcAdapter() { DispatchGate::Open(this); }
 ClientIpcAdapter::~ClientIpcAdapter() { StopDispatch(); }
 
 void ClientIpcAdapter::StopDispatch() {
-  DispatchGate::Close(this);
+  (void)DispatchGate::Close(this);
   const std::lock_guard<std::mutex> lock(proxies_mutex_);
   for (const auto& proxy : proxies_) g_signal_handlers_disconnect_by_data(proxy.get(), this);
   proxy_.store(nullptr);

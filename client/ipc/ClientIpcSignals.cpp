@@ -1,7 +1,7 @@
 #include <type_traits>
 
+#include "client/DispatchGate.h"
 #include "client/ipc/ClientIpcAdapter.h"
-#include "client/ipc/DispatchGate.h"
 #include "client/ipc/SignalTable.h"
 #include "client/misc/HLXMiscClient.h"
 #include "client/power/HLXPowerClient.h"
