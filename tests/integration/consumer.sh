@@ -7,7 +7,7 @@ prefix=$(mktemp -d)
 trap 'rm -rf "$prefix"' EXIT
 
 cmake --install "$build" --prefix "$prefix/usr" >/dev/null
-cmake -S "$source/tests/consumer" -B "$prefix/build" -DCMAKE_PREFIX_PATH="$prefix/usr" >/dev/null
+cmake -G Ninja -S "$source/tests/consumer" -B "$prefix/build" -DCMAKE_PREFIX_PATH="$prefix/usr" >/dev/null
 cmake --build "$prefix/build" >/dev/null
 
 libdir=$(dirname "$(find "$prefix/usr" -name 'libhlxsystemclient.so.1' -print -quit)")
