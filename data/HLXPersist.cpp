@@ -8,9 +8,9 @@ namespace HLXSystemData {
 
 namespace {
 
-bool Report(const PersistItem& item, int result) {
+bool Report(const char* operation, const PersistItem& item, int result) {
   if (result == PERSIST_OK) return true;
-  HLX_LOG_WARN("Read %s fail:%s", item.name, PersistErrorName(result));
+  HLX_LOG_AT(ZLOG_LEVEL_WARN, operation, __LINE__, "Read %s fail:%s", item.name, PersistErrorName(result));
   return false;
 }
 
@@ -35,16 +35,16 @@ const char* PersistErrorName(int result) {
   return result >= 1 && result <= kCount ? kNames[result - 1] : "Unknown Error.";
 }
 
-bool ReadPersist(const PersistItem& item, unsigned char* field) {
-  return Report(item, HLX_GetQ4PersistService()->ReadByte(item.module, item.id, field));
+bool SavedSettings::Read(const PersistItem& item, unsigned char* field) const {
+  return Report(operation, item, HLX_GetQ4PersistService()->ReadByte(item.module, item.id, field));
 }
 
-bool ReadPersist(const PersistItem& item, int* field) {
-  return Report(item, HLX_GetQ4PersistService()->ReadInt(item.module, item.id, field));
+bool SavedSettings::Read(const PersistItem& item, int* field) const {
+  return Report(operation, item, HLX_GetQ4PersistService()->ReadInt(item.module, item.id, field));
 }
 
-bool ReadPersist(const PersistItem& item, unsigned int* field) {
-  return ReadPersist(item, reinterpret_cast<int*>(field));
+bool SavedSettings::Read(const PersistItem& item, unsigned int* field) const {
+  return Read(item, reinterpret_cast<int*>(field));
 }
 
 }  // namespace HLXSystemData

@@ -37,10 +37,15 @@ HLX_PERSIST_ITEM(PERSIST_ID_CAN_BOX_ENABLE, 18, 52);
 /// "PERSIST_ERROR_READ_FAIL" and so on for 1 to 12, "Unknown Error." for anything else. Static storage.
 const char* PersistErrorName(int result);
 
-/// Reads `item` straight into a record's field. A failure is logged at WARN, gives false, and may leave in `*field`
-/// what the persist service wrote there.
-bool ReadPersist(const PersistItem& item, unsigned char* field);
-bool ReadPersist(const PersistItem& item, int* field);
-bool ReadPersist(const PersistItem& item, unsigned int* field);
+/// Reads saved settings on behalf of the operation of that name, which the records of failures carry.
+struct SavedSettings {
+  const char* operation;
+
+  /// Reads `item` straight into a record's field. A failure is logged at WARN, gives false, and may leave in `*field`
+  /// what the persist service wrote there.
+  bool Read(const PersistItem& item, unsigned char* field) const;
+  bool Read(const PersistItem& item, int* field) const;
+  bool Read(const PersistItem& item, unsigned int* field) const;
+};
 
 }  // namespace HLXSystemData

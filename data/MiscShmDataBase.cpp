@@ -16,13 +16,14 @@ using namespace SystemMisc;
 
 namespace {
 
+constexpr SavedSettings kSaved{"InitMiscShmData"};
 constexpr uint32_t kParking = 1;
 constexpr uint8_t kSpeakers = 4;
 
 uint32_t Configured(const char* key) { return GetLibConfigs()->GetBool(key) ? 1 : 0; }
 
 void ReadOrConfigured(const PersistItem& item, uint32_t* field, const char* key) {
-  if (!ReadPersist(item, field)) *field = Configured(key);
+  if (!kSaved.Read(item, field)) *field = Configured(key);
 }
 
 void ZeroVehicleData(MiscShmData* data) {

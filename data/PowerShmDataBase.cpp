@@ -11,6 +11,8 @@ using namespace HLXSystemData;
 
 namespace {
 
+constexpr SavedSettings kSaved{"InitPowerShmData"};
+
 struct LedColour {
   const char* text;
   unsigned char color_type;
@@ -31,7 +33,7 @@ void UseConfiguredColour(unsigned char* color_type) {
 /// Reads `item`; a setting that was never saved starts with `fallback()`, which is saved at once.
 template <class Fallback>
 void ReadOrSave(const PersistItem& item, unsigned int* field, Fallback fallback) {
-  if (ReadPersist(item, field)) return;
+  if (kSaved.Read(item, field)) return;
   *field = fallback();
   HLX_GetQ4PersistService()->WriteInt(item.module, item.id, static_cast<int>(*field), 1, 1, 0);
 }
@@ -43,14 +45,15 @@ void PowerShmDataBase::InitPowerShmData(PowerShmData* data) {
   HLX_LOG_INFO("%s()", "InitPowerShmData");
   Store(data->initialised, uint32_t{1});
 
-  if (!ReadPersist(PERSIST_ID_POWER_SERVICE_DELAY_TIME, &data->_power_delay_time)) {
+  if (!kSaved.Read(PERSIST_ID_POWER_SERVICE_DELAY_TIME, &data->_power_delay_time)) {
     data->_power_delay_time = GetLibConfigs()->GetBool("/setting/default_acc_off_delay") ? 20 : 0;
   }
   HLX_LOG_DEBUG("_power_delay_time:%d", data->_power_delay_time);
-  if (!ReadPersist(PERSIST_ID_RETAIN_ACC_SEC, &data->_power_retain_acc_sec)) data->_power_retain_acc_sec = 0;
+  if (!kSaved.Read(PERSIST_ID_RETAIN_ACC_SEC, &data->_power_retain_acc_sec)) data->_power_retain_acc_sec = 0;
   HLX_LOG_DEBUG("_power_retain_acc_sec:%d", data->_power_retain_acc_sec);
 
   InitScreenAndButtons(data);
+  HLX_LOG_DEBUG("_screen_day_level(%d),_screen_night_level(%d).", data->_screen_day_level, data->_screen_night_level);
 
   data->radio_on_state = 16;
   data->is_acc_on = 1;
@@ -63,7 +66,7 @@ void PowerShmDataBase::InitPowerShmData(PowerShmData* data) {
 
 void PowerShmDataBase::InitScreenAndButtons(PowerShmData* data) {
   const auto level = [](const PersistItem& item, unsigned char* field, unsigned char fallback) {
-    if (!ReadPersist(item, field)) *field = fallback;
+    if (!kSaved.Read(item, field)) *field = fallback;
   };
   level(PERSIST_ID_SCREEN_DAY_LEVEL, &data->_screen_day_level, default_data->default_screen_day_level);
   level(PERSIST_ID_SCREEN_NIGHT_LEVEL, &data->_screen_night_level, default_data->default_screen_night_level);
@@ -73,12 +76,11 @@ void PowerShmDataBase::InitScreenAndButtons(PowerShmData* data) {
     level(PERSIST_ID_BUTTON_DAY_LEVEL, &data->button_day_level, default_data->default_led_day_level);
     level(PERSIST_ID_BUTTON_NIGHT_LEVEL, &data->button_night_level, default_data->default_led_night_level);
   }
-  HLX_LOG_DEBUG("_screen_day_level(%d),_screen_night_level(%d).", data->_screen_day_level, data->_screen_night_level);
 }
 
 void PowerShmDataBase::InitLedAndStyle(PowerShmData* data) {
   const auto configured = [](const char* key) { return [key] { return GetLibConfigs()->GetBool(key) ? 1U : 0U; }; };
-  if (!ReadPersist(PERSIST_ID_BUTTON_LED_TYPE, &data->color_type)) UseConfiguredColour(&data->color_type);
+  if (!kSaved.Read(PERSIST_ID_BUTTON_LED_TYPE, &data->color_type)) UseConfiguredColour(&data->color_type);
   ReadOrSave(PERSIST_ID_BUTTON_LED_ANIMATION, &data->led_animation, [] { return 1U; });
   ReadOrSave(PERSIST_ID_LIGHT_AUTO_DETECT, &data->is_light_auto_detect,
              configured("/q4system/enable_light_auto_detect"));

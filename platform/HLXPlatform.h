@@ -1,7 +1,7 @@
 /// The small functions of the maker's platform, as the library uses them.
 #pragma once
 
-#include <ctime>
+#include <cstdint>
 
 /// Runs a shell command and waits for its end. Non-zero means success. `flag` belongs to the maker's interface: the
 /// library passes 1 for commands that change the system and 0 for clean-up.
@@ -13,5 +13,7 @@ int IsSystemColdBoot();
 /// Stores the display's current gamma behind `gamma`.
 void mwapi_gamma_get(unsigned int* gamma);
 
-/// Sets the system clock to `seconds` since 1970-01-01 00:00 UTC. 0 on success, else -1 with errno set.
-int HLX_SetSystemClock(time_t seconds);
+/// Sets the system clock to `seconds` since 1970-01-01 00:00 UTC. 0 on success, else -1 with errno set; EOVERFLOW when
+/// the platform's own clock cannot count that far. A number of fixed size, since the C library's type for it has two on
+/// 32-bit machines, and the platform may have been built with the other one.
+int HLX_SetSystemClock(int64_t seconds);

@@ -70,6 +70,9 @@ void Unit::AnnounceValues(const std::string& signal, const std::vector<GLibPtr<G
 }
 
 void Unit::Save(const PersistItem& item, int value) const {
+  // A setting that could not be read at the start is written only once it was read: the value is not needed here.
+  int saved = 0;
+  HLX_GetQ4PersistService()->ReadInt(item.module, item.id, &saved);
   const int failure = HLX_GetQ4PersistService()->WriteInt(item.module, item.id, value, 1, 1, 0);
   if (failure != PERSIST_OK) {
     std::fprintf(stderr, "hlx-simulator: cannot save %s: %s\n", item.name, PersistErrorName(failure));

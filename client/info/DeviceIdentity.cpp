@@ -35,7 +35,7 @@ class FileDescriptor {
 
 }  // namespace
 
-std::string DeviceIdentity::ReadEmmcId(const char* path) {
+std::string DeviceIdentity::GetEmmcId(const char* path) {
   std::ifstream file(path);
   if (!file.is_open()) {
     HLX_LOG_ERROR("get emmc id error:%s", std::strerror(errno));
@@ -60,7 +60,7 @@ unsigned int DeviceIdentity::MachineSampleFrom(const std::string& text) {
   return static_cast<unsigned int>(std::stoi(text, nullptr, 16));
 }
 
-int DeviceIdentity::ReadMachineSample(const char* path, unsigned int* value) {
+int DeviceIdentity::GetMachineSample(const char* path, unsigned int* value) {
   if (value == nullptr) {
     HLX_LOG_ERROR("pointer to value is NULL\n");
     return -1;

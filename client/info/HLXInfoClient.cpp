@@ -136,7 +136,7 @@ std::string HLXInfoClient::GetSerialNumber() {
 }
 
 int HLXInfoClient::GetMachineSample(const char* path, unsigned int* value) {
-  return DeviceIdentity::ReadMachineSample(path, value);
+  return DeviceIdentity::GetMachineSample(path, value);
 }
 
 int HLXInfoClient::GetModelInfo(ModelInfo& info) {
@@ -187,4 +187,4 @@ std::string HLXInfoClient::GetMcuVersion() {
   return version;
 }
 
-std::string HLXInfoClient::GetEmmcId() { return DeviceIdentity::ReadEmmcId(kEmmcId); }
+std::string HLXInfoClient::GetEmmcId() { return DeviceIdentity::GetEmmcId(kEmmcId); }

@@ -52,7 +52,7 @@ class HLXInfoClient : public IHLXSystemInfo {
   std::string GetHardWareVersionInfo();
   /// From the kernel command line, else a fixed text. Only what the command line gave is kept.
   std::string GetSerialNumber();
-  /// See DeviceIdentity::ReadMachineSample().
+  /// See DeviceIdentity::GetMachineSample().
   static int GetMachineSample(const char* path, unsigned int* value);
 
  private:

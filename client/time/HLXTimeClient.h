@@ -54,8 +54,6 @@ class HLXTimeClient : public IHLXSystemTime, public TimeShmDataBase {
   void InitSystemTime();
 
  private:
-  void LinkZone(SystemTime::TimeZone zone);
-
   std::shared_ptr<ClientIpcAdapter> ipc_adapter;
   HLXSystemData::TimeShmData* time_data;
   int ext_mcu_time_24_mode_cache = 0;

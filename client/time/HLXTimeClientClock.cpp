@@ -47,14 +47,12 @@ time_t ToSeconds(const DateTime& local) {
   return std::mktime(&broken_down);
 }
 
-/// The current local time; false when there is none. localtime(), unlike localtime_r(), notices that /etc/localtime was
-/// replaced.
+/// The current local time; false when there is none. localtime_r() leaves alone what other threads are told, and only
+/// tzset() notices that /etc/localtime was replaced.
 bool LocalNow(tm* now) {
   const time_t seconds = std::time(nullptr);
-  const tm* const local = std::localtime(&seconds);  // NOLINT(concurrency-mt-unsafe)
-  if (local == nullptr) return false;
-  *now = *local;
-  return true;
+  tzset();
+  return localtime_r(&seconds, now) != nullptr;
 }
 
 }  // namespace
@@ -116,13 +114,9 @@ void HLXTimeClient::SetBootTimeZone(TimeZone zone) {
   HLX_LOG_INFO("SetBootTimeZone:zone(%d).", zone);
   if (zone >= kTimeZoneCount) {
     HLX_LOG_ERROR("SetBootTimeZone:Unavailable zone!");
-  } else {
-    LinkZone(zone);
+    sync();
+    return;
   }
-  sync();
-}
-
-void HLXTimeClient::LinkZone(TimeZone zone) {
   Store(time_data->_cur_zone, static_cast<int>(zone));
   if (access(kLocalTimeFile, F_OK) == 0 && HLX_ExecSystemCmd("rm -rf /etc/localtime", 0) == 0) {
     HLX_LOG_ERROR("SetTimeZone:remove %s fail:%s", kLocalTimeFile, std::strerror(errno));
@@ -132,16 +126,17 @@ void HLXTimeClient::LinkZone(TimeZone zone) {
   char command[kCommandSize] = {};
   std::snprintf(command, sizeof command, "ln -s %s %s", zone_map[zone].zone_path.c_str(), kLocalTimeFile);
   HLX_LOG_DEBUG("SetBootTimeZone,cmd:%s", command);
-  if (HLX_ExecSystemCmd(command, 1) == 0) {
+  if (HLX_ExecSystemCmd(command, 1) != 0) {
+    SetBootCurDstStatus();
+    const HLXSystemData::PersistItem& item = HLXSystemData::PERSIST_ID_ZONE;
+    const int result = HLX_GetQ4PersistService()->WriteInt(item.module, item.id, Load(time_data->_cur_zone), 0);
+    if (result != PERSIST_OK) {
+      HLX_LOG_WARN("Write PERSIST_ID_ZONE fail:%s", HLXSystemData::PersistErrorName(result));
+    }
+  } else {
     HLX_LOG_ERROR("SetBootTimeZone:Set time zone path fail.");
-    return;
   }
-  SetBootCurDstStatus();
-  const HLXSystemData::PersistItem& item = HLXSystemData::PERSIST_ID_ZONE;
-  const int result = HLX_GetQ4PersistService()->WriteInt(item.module, item.id, Load(time_data->_cur_zone), 0);
-  if (result != PERSIST_OK) {
-    HLX_LOG_WARN("Write PERSIST_ID_ZONE fail:%s", HLXSystemData::PersistErrorName(result));
-  }
+  sync();
 }
 
 void HLXTimeClient::InitSystemTime() {

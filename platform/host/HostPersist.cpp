@@ -26,14 +26,17 @@ struct StatementDeleter {
 using Database = std::unique_ptr<sqlite3, DatabaseDeleter>;
 using Statement = std::unique_ptr<sqlite3_stmt, StatementDeleter>;
 
-constexpr int kBusyTimeoutMs = 2000;
+/// How long a call waits for a file that another process has locked, and how long those do that follow a wait in vain:
+/// a start that reads ten settings from a locked file waits once.
+constexpr int kPatienceMs = 2000;
+constexpr int kHasteMs = 20;
 // EXTRA also syncs the directory after the journal is gone: without it a power cut may undo the last commit.
 constexpr char kSchema[] =
     "PRAGMA synchronous = EXTRA;"
     "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
     " WITHOUT ROWID";
 
-enum class Purpose { kRead, kWrite };
+enum Purpose { kRead, kWrite };
 
 /// The persist code that fits what SQLite says. What SQLite is content with may still be an absent item (6), a value
 /// that does not fit (9) or is no number (8), or a negative module (11).
@@ -45,15 +48,16 @@ int PersistCode(int sqlite_result, Purpose purpose) {
     case SQLITE_NOTADB:
       return PERSIST_ERROR_FORMAT_INCOMPATIBLE;
     case SQLITE_CANTOPEN:
-      return purpose == Purpose::kRead ? PERSIST_ERROR_SERVICE_NOT_AVAILABLE : PERSIST_ERROR_WRITE_FAIL;
+      return purpose == kRead ? PERSIST_ERROR_SERVICE_NOT_AVAILABLE : PERSIST_ERROR_WRITE_FAIL;
     default:
-      return purpose == Purpose::kRead ? PERSIST_ERROR_READ_FAIL : PERSIST_ERROR_WRITE_FAIL;
+      return purpose == kRead ? PERSIST_ERROR_READ_FAIL : PERSIST_ERROR_WRITE_FAIL;
   }
 }
 
 /// Settings in an SQLite file: HLX_HOST_PERSIST, else persist.db in the state directory. Every write is on the disk
 /// when it returns; several processes may use the file at once. A file that cannot be used is never touched: it is
-/// named in the log, and looked at again with the next call.
+/// named in the log, and looked at again with the next call. What could not be read because the file was locked is not
+/// written before it was read: a default value that stands in does not take the saved one's place.
 class HostPersist : public Q4PersistService {
  public:
   int ReadByte(int module, int id, unsigned char* value) override {
@@ -68,21 +72,13 @@ class HostPersist : public Q4PersistService {
   int ReadInt(int module, int id, int* value) override {
     if (module < 0) return PERSIST_ERROR_ILLEGAL_MODULE;
     const std::lock_guard<std::mutex> lock(mutex_);
-    // A file that nobody has written yet holds nothing; looking is no reason to make one.
-    if (struct stat status{}; stat(Path().c_str(), &status) != 0 && errno == ENOENT) {
-      return PERSIST_ERROR_DATA_NOT_FOUND;
+    const int result = Read(module, id, value);
+    if (result == PERSIST_ERROR_DATABASE_NOT_READY) {
+      unread_.insert({module, id});
+    } else {
+      unread_.erase({module, id});
     }
-    if (Open() != SQLITE_OK) return Fail(Purpose::kRead);
-    const Statement query = Prepare("SELECT value FROM items WHERE module = ?1 AND id = ?2", module, id);
-    const int result = query == nullptr ? SQLITE_ERROR : sqlite3_step(query.get());
-    if (result == SQLITE_DONE) return PERSIST_ERROR_DATA_NOT_FOUND;
-    if (result != SQLITE_ROW) return Fail(Purpose::kRead);
-    // Somebody else's hand may have put in what WriteInt cannot.
-    if (sqlite3_column_type(query.get(), 0) != SQLITE_INTEGER) return PERSIST_ERROR_FORMAT_INCOMPATIBLE;
-    const sqlite3_int64 number = sqlite3_column_int64(query.get(), 0);
-    if (number < G_MININT32 || number > G_MAXINT32) return PERSIST_ERROR_DATA_OVER_RANGE;
-    *value = static_cast<int>(number);
-    return PERSIST_OK;
+    return result;
   }
 
   int WriteInt(int module, int id, int value, int /*flag*/) override { return Write(module, id, value); }
@@ -96,17 +92,38 @@ class HostPersist : public Q4PersistService {
     return named.empty() ? host::StateDirectory() + "/persist.db" : named;
   }
 
+  int Read(int module, int id, int* value) {
+    // A file that nobody has written yet holds nothing; looking is no reason to make one.
+    if (struct stat status{}; stat(Path().c_str(), &status) != 0 && errno == ENOENT) {
+      return PERSIST_ERROR_DATA_NOT_FOUND;
+    }
+    if (Open(kRead) != SQLITE_OK) return Fail(kRead);
+    const Statement query = Prepare("SELECT value FROM items WHERE module = ?1 AND id = ?2", module, id);
+    const int result = query == nullptr ? SQLITE_ERROR : sqlite3_step(query.get());
+    if (result != SQLITE_ROW && result != SQLITE_DONE) return Fail(kRead);
+    waited_in_vain_[kRead] = false;
+    if (result == SQLITE_DONE) return PERSIST_ERROR_DATA_NOT_FOUND;
+    // Somebody else's hand may have put in what WriteInt cannot.
+    if (sqlite3_column_type(query.get(), 0) != SQLITE_INTEGER) return PERSIST_ERROR_FORMAT_INCOMPATIBLE;
+    const sqlite3_int64 number = sqlite3_column_int64(query.get(), 0);
+    if (number < G_MININT32 || number > G_MAXINT32) return PERSIST_ERROR_DATA_OVER_RANGE;
+    *value = static_cast<int>(number);
+    return PERSIST_OK;
+  }
+
   int Write(int module, int id, int value) {
     if (module < 0) return PERSIST_ERROR_ILLEGAL_MODULE;
     const std::lock_guard<std::mutex> lock(mutex_);
+    if (unread_.count({module, id}) != 0) return PERSIST_ERROR_DATABASE_NOT_READY;
     g_autofree gchar* directory = g_path_get_dirname(Path().c_str());
     g_mkdir_with_parents(directory, 0700);  // a failure shows when the file is opened
-    if (Open() != SQLITE_OK) return Fail(Purpose::kWrite);
+    if (Open(kWrite) != SQLITE_OK) return Fail(kWrite);
     const Statement update = Prepare("INSERT OR REPLACE INTO items VALUES (?1, ?2, ?3)", module, id);
     if (update == nullptr || sqlite3_bind_int(update.get(), 3, value) != SQLITE_OK ||
         sqlite3_step(update.get()) != SQLITE_DONE) {
-      return Fail(Purpose::kWrite);
+      return Fail(kWrite);
     }
+    waited_in_vain_[kRead] = waited_in_vain_[kWrite] = false;
     return PERSIST_OK;
   }
 
@@ -116,7 +133,7 @@ class HostPersist : public Q4PersistService {
   }
 
   /// Opens the file unless it is open; one that was replaced or removed meanwhile is opened anew.
-  int Open() {
+  int Open(Purpose purpose) {
     const std::string path = Path();
     const ino_t inode = Inode(path);
     if (path != path_ || inode != inode_) {  // another file, with failures of its own
@@ -124,11 +141,12 @@ class HostPersist : public Q4PersistService {
       complained_.clear();
       path_ = path;
     }
-    if (database_ != nullptr) return SQLITE_OK;
+    const int timeout = waited_in_vain_[purpose] ? kHasteMs : kPatienceMs;
+    if (database_ != nullptr) return sqlite3_busy_timeout(database_.get(), timeout);
     sqlite3* opened = nullptr;
     int result = sqlite3_open_v2(path.c_str(), &opened, SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, nullptr);
     database_.reset(opened);
-    if (result == SQLITE_OK) result = sqlite3_busy_timeout(opened, kBusyTimeoutMs);
+    if (result == SQLITE_OK) result = sqlite3_busy_timeout(opened, timeout);
     if (result == SQLITE_OK) result = sqlite3_exec(opened, kSchema, nullptr, nullptr, nullptr);
     // A file that may only be read still serves for reading.
     if ((result & 0xFF) == SQLITE_READONLY) result = SQLITE_OK;
@@ -150,17 +168,24 @@ class HostPersist : public Q4PersistService {
     const int result = database_ == nullptr ? SQLITE_NOMEM : sqlite3_extended_errcode(database_.get());
     const std::string cause = database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_.get());
     if (complained_.insert({result, purpose}).second) {
-      HLX_HOST_COMPLAIN("settings file %s cannot be %s: %s", path_.c_str(),
-                        purpose == Purpose::kRead ? "read" : "written", cause.c_str());
+      HLX_HOST_COMPLAIN("settings file %s cannot be %s: %s", path_.c_str(), purpose == kRead ? "read" : "written",
+                        cause.c_str());
     }
     database_.reset();
-    return PersistCode(result, purpose);
+    const int code = PersistCode(result, purpose);
+    if (code == PERSIST_ERROR_DATABASE_NOT_READY) {
+      waited_in_vain_[kWrite] = true;  // what cannot be read cannot be written either
+      waited_in_vain_[purpose] = true;
+    }
+    return code;
   }
 
   std::mutex mutex_;
   std::string path_;
   ino_t inode_ = 0;
   Database database_;
+  bool waited_in_vain_[2] = {};           ///< by purpose: for the lock of another process, since it last worked
+  std::set<std::pair<int, int>> unread_;  ///< items, by module and id, whose last read found the file locked
   std::set<std::pair<int, Purpose>> complained_;
 };
 

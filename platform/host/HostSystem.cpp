@@ -82,7 +82,11 @@ void mwapi_gamma_get(unsigned int* gamma) {
   HLX_HOST_COMPLAIN("HLX_HOST_GAMMA=%s: %s; %u is used", text.c_str(), error->message, kDefaultGamma);
 }
 
-int HLX_SetSystemClock(time_t seconds) {
-  const timespec time = {seconds, 0};
+int HLX_SetSystemClock(int64_t seconds) {
+  const timespec time = {static_cast<time_t>(seconds), 0};
+  if (time.tv_sec != seconds) {
+    errno = EOVERFLOW;
+    return -1;
+  }
   return clock_settime(CLOCK_REALTIME, &time);
 }

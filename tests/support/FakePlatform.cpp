@@ -129,7 +129,7 @@ int IsSystemColdBoot() { return fake::Get().cold_boot; }
 
 void mwapi_gamma_get(unsigned int* gamma) { *gamma = fake::Get().gamma; }
 
-int HLX_SetSystemClock(time_t seconds) {
+int HLX_SetSystemClock(int64_t seconds) {
   const Lock lock(mutex);
   fake::Get().clock_settings.push_back(seconds);
   errno = fake::Get().clock_errno;
@@ -144,6 +144,12 @@ std::vector<std::string> Platform::Logged(int level) const {
     if (record.level == level) texts.push_back(record.text);
   }
   return texts;
+}
+
+std::set<std::string> Platform::Loggers() const {
+  std::set<std::string> functions;
+  for (const LogRecord& record : log) functions.insert(record.function);
+  return functions;
 }
 
 std::vector<std::string> Platform::LoggedAll() const {

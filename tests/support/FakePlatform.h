@@ -1,9 +1,10 @@
 /// The platform that unit tests put below the library.
 #pragma once
 
-#include <ctime>
+#include <cstdint>
 #include <functional>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -37,12 +38,14 @@ struct Platform {
   std::vector<std::pair<std::string, int>> commands;
   int cold_boot = 0;
   unsigned int gamma = 7;
-  std::vector<time_t> clock_settings;
+  std::vector<int64_t> clock_settings;
   int clock_errno = 0;  ///< non-zero: setting the clock fails with it
   std::vector<LogRecord> log;
 
   /// Texts of the records at `level`, in order.
   std::vector<std::string> Logged(int level) const;
+  /// The functions whose names the records carry.
+  std::set<std::string> Loggers() const;
   /// Level and text of every record, as "WARN text", in order.
   std::vector<std::string> LoggedAll() const;
 };

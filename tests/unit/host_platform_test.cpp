@@ -21,6 +21,9 @@
 HLX_LOG_SOURCE("tests/host");
 
 namespace fs = std::filesystem;
+using testing::AllOf;
+using testing::Gt;
+using testing::Lt;
 using testing::MatchesRegex;
 
 namespace {
@@ -53,6 +56,21 @@ int Wait(pid_t child) {
   EXPECT_EQ(waitpid(child, &status, 0), child);
   return WIFEXITED(status) ? WEXITSTATUS(status) : 128 + WTERMSIG(status);
 }
+
+/// SQLite's own file system, but while it stands nobody sleeps for a lock.
+struct Sleepless {
+  Sleepless() {
+    vfs.zName = "sleepless";
+    vfs.xSleep = [](sqlite3_vfs*, int us) { return waited_us += us, us; };
+    sqlite3_vfs_register(&vfs, 1);
+  }
+  Sleepless(const Sleepless&) = delete;
+  Sleepless& operator=(const Sleepless&) = delete;
+  ~Sleepless() { sqlite3_vfs_unregister(&vfs); }
+
+  static inline int waited_us = 0;
+  static inline sqlite3_vfs vfs = *sqlite3_vfs_find(nullptr);  // files that were opened meanwhile keep to it
+};
 
 class HostPlatform : public testing::Test {
  protected:
@@ -144,6 +162,7 @@ TEST_F(HostPlatform, PersistKeepsAnyNumberAndWaitsForALock) {
   EXPECT_EQ(service.ReadInt(-1, 1, &value_read), PERSIST_ERROR_ILLEGAL_MODULE);
   EXPECT_EQ(service.WriteInt(-1, 1, 1, 1), PERSIST_ERROR_ILLEGAL_MODULE);
 
+  const Sleepless sleepless;
   sqlite3* other = nullptr;
   ASSERT_EQ(sqlite3_open(persist.c_str(), &other), SQLITE_OK);
   const char* const sql = "INSERT INTO items VALUES (2, 3, 4294967296), (2, 4, 'x'); BEGIN IMMEDIATE";
@@ -153,6 +172,29 @@ TEST_F(HostPlatform, PersistKeepsAnyNumberAndWaitsForALock) {
   ExpectUse(0, PERSIST_ERROR_DATABASE_NOT_READY, 1);  // once: a lock is waited for
   sqlite3_close(other);
   ExpectUse(0, 0);
+}
+
+TEST_F(HostPlatform, PersistKeepsWhatALockedFileHeld) {
+  const Sleepless sleepless;
+  for (int id = 1; id <= 10; ++id) EXPECT_EQ(Write(id, id), 0);
+  sqlite3* other = nullptr;
+  ASSERT_EQ(sqlite3_open(persist.c_str(), &other), SQLITE_OK);
+  for (const char* const lock : {"BEGIN EXCLUSIVE", "BEGIN IMMEDIATE"}) {
+    const bool readable = std::string(lock) == "BEGIN IMMEDIATE";
+    ASSERT_EQ(sqlite3_exec(other, lock, nullptr, nullptr, nullptr), SQLITE_OK);
+    Sleepless::waited_us = 0;
+    for (int id = 1; id <= 10; ++id) {
+      EXPECT_EQ(Read(id), readable ? 0 : PERSIST_ERROR_DATABASE_NOT_READY);
+      EXPECT_EQ(Write(id, 99), PERSIST_ERROR_DATABASE_NOT_READY);
+    }
+    EXPECT_THAT(Sleepless::waited_us, AllOf(Gt(1900000), Lt(2500000))) << "one wait for the file";
+    EXPECT_THAT(Messages(), MatchesRegex("settings file [^\n]+ cannot be (read|written): database is locked\n"));
+    ASSERT_EQ(sqlite3_exec(other, "ROLLBACK", nullptr, nullptr, nullptr), SQLITE_OK);
+    EXPECT_EQ(Write(1, 99), readable ? 0 : PERSIST_ERROR_DATABASE_NOT_READY) << "it is not read yet";
+    if (readable) Write(1, 1);
+    for (int id = 1; id <= 10; ++id) EXPECT_TRUE(Read(id) == 0 && value_read == id && Write(id, id) == 0) << id;
+  }
+  sqlite3_close(other);
 }
 
 TEST_F(HostPlatform, PersistNamesAFileOfNoUseAndComesBack) {

@@ -20,6 +20,9 @@ TEST(Identity, IsReadAtItsRealPlaces) {
               testing::IsSupersetOf({"DEBUG GetHardWareVersionInfo() name_num = 2, sample_num = 3\n",
                                      "INFO GetHardWareVersionInfo() hardware_version = V1.0.3",
                                      "INFO get emmc id:150100424a4e42345207b1a2c3d4e500"}));
+  EXPECT_THAT(fake::Get().Loggers(),
+              testing::ElementsAre("GetEmmcId", "GetHardWareVersionInfo", "InitInfoShmData", "InitLocalVersionInfo",
+                                   "InitMiscShmData", "SystemShmDataBase"));
   fake::RemoveSegments();
 }
 

@@ -215,7 +215,7 @@ TEST(DeviceIdentity, Strap) {
   fake::Reset();
   const auto read = [](const std::string& content, unsigned* value) {
     WriteFile("/tmp/strap", content);
-    return DeviceIdentity::ReadMachineSample("/tmp/strap", value);
+    return DeviceIdentity::GetMachineSample("/tmp/strap", value);
   };
   struct {
     const char* content;
@@ -232,16 +232,17 @@ TEST(DeviceIdentity, Strap) {
   EXPECT_THROW(read("zz", &value), std::invalid_argument);
   EXPECT_THROW(read("", &value), std::invalid_argument);
   EXPECT_THROW(read("80000000", &value), std::out_of_range);
-  EXPECT_EQ(DeviceIdentity::ReadMachineSample("/tmp/strap", nullptr), -1);
-  EXPECT_EQ(DeviceIdentity::ReadMachineSample("/nowhere", &value), -1);
+  EXPECT_EQ(DeviceIdentity::GetMachineSample("/tmp/strap", nullptr), -1);
+  EXPECT_EQ(DeviceIdentity::GetMachineSample("/nowhere", &value), -1);
   EXPECT_EQ(value, 99U);
   EXPECT_THAT(fake::Get().LoggedAll(), ElementsAre("ERROR pointer to value is NULL\n", "ERROR : /nowhere\n"));
+  EXPECT_THAT(fake::Get().Loggers(), ElementsAre("GetMachineSample"));
 }
 
 TEST(DeviceIdentity, EmmcId) {
   fake::Reset();
   WriteFile("/tmp/cid", "150100\n4d3032\n");
-  EXPECT_EQ(DeviceIdentity::ReadEmmcId("/tmp/cid"), "1501004d3032");
+  EXPECT_EQ(DeviceIdentity::GetEmmcId("/tmp/cid"), "1501004d3032");
   EXPECT_THAT(fake::Get().LoggedAll(), ElementsAre("INFO get emmc id:1501004d3032"));
 }
 

@@ -47,6 +47,7 @@ TEST_F(MiscRecord, FreshWithNothingSavedOrConfigured) {
   expected[220 / 4] = 0xFFFFFF04;                                         // speakers, radar 1 to 3
   expected[224 / 4] = 0xFF;                                               // radar 4
   EXPECT_EQ(Words(), expected);
+  EXPECT_THAT(platform.Loggers(), testing::ElementsAre("InitMiscShmData"));
   const std::string fail = " fail:PERSIST_ERROR_DATA_NOT_FOUND";
   EXPECT_THAT(platform.LoggedAll(),
               testing::ElementsAre("INFO InitMiscShmData()", "WARN Read PERSIST_ID_RVC_DELAY" + fail,

@@ -58,6 +58,7 @@ TEST_F(PowerRecord, FallsBackToTheFactoryDefaults) {
   platform.config["/q4system/enable_light_auto_detect"] = "true";
   platform.persist_read_result = 3;
   Init();
+  EXPECT_THAT(platform.Loggers(), ElementsAre("InitPowerShmData"));
   const std::vector<unsigned> values = {record._power_delay_time,
                                         record._power_retain_acc_sec,
                                         record._screen_day_level,
