@@ -54,7 +54,10 @@ class FakePersist : public Q4PersistService {
     const Lock lock(mutex);
     fake::Platform& platform = fake::Get();
     platform.persist_reads.emplace_back(module, id);
-    if (platform.persist_read_result != 0) return platform.persist_read_result;
+    if (platform.persist_read_result != 0) {
+      *value = static_cast<T>(0x5A5A5A5A);
+      return platform.persist_read_result;
+    }
     const auto item = platform.persist.find({module, id});
     if (item == platform.persist.end()) return PERSIST_ERROR_DATA_NOT_FOUND;
     *value = static_cast<T>(item->second);

@@ -364,17 +364,6 @@ TEST_F(MiscClient, RaiseMileageIsPairedWithTheRecords) {
   EXPECT_EQ(platform.log.size(), 1U);
 }
 
-TEST_F(MiscClient, ASegmentThatIsTooSmallEndsTheProcess) {
-  fake::RemoveSegments();
-  ASSERT_NE(shmget(static_cast<key_t>(0xA8800082), 231, IPC_CREAT | 0666), -1);
-  const auto make = [this] {
-    std::atexit([] { std::fprintf(stderr, "%s", fake::Get().LoggedAll().back().c_str()); });
-    client = std::make_unique<HLXMiscClient>(adapter);
-  };
-  EXPECT_EXIT(make(), testing::ExitedWithCode(2),
-              "^FATAL \\[system-client\\]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!$");
-}
-
 TEST_F(MiscClient, CommandsGoToTheServiceAndTheirResultsComeBack) {
   TestService service;
   ASSERT_TRUE(adapter->Init());

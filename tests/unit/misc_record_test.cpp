@@ -36,6 +36,7 @@ class MiscRecord : public testing::Test {
 };
 
 TEST_F(MiscRecord, FreshWithNothingSavedOrConfigured) {
+  platform.persist_read_result = 6;
   Init();
   std::vector<unsigned> expected(kSize / 4);
   expected[8 / 4] = 1;                                                    // parking
@@ -57,16 +58,28 @@ TEST_F(MiscRecord, FreshWithNothingSavedOrConfigured) {
   EXPECT_TRUE(platform.persist_writes.empty());
 }
 
+TEST_F(MiscRecord, EachSwitchIsConfiguredByItsKey) {
+  const struct {
+    const char* key;
+    uint32_t HLXSystemData::MiscShmData::*field;
+  } switches[] = {{"/setting/default_rearview_camera_delay", &HLXSystemData::MiscShmData::_is_rvc_delay},
+                  {"/setting/default_advance_driving_seat_is_left", &HLXSystemData::MiscShmData::_is_left_position},
+                  {"/setting/default_canbox_control", &HLXSystemData::MiscShmData::_can_box_enble},
+                  {"/setting/handbrake_test_default_on", &HLXSystemData::MiscShmData::is_handbrake_test_on},
+                  {"/setting/gps_ant_checking_default_on", &HLXSystemData::MiscShmData::is_gps_ant_checking_on}};
+  for (const auto& on : switches) {
+    platform.config = {{on.key, "true"}};
+    record = {};
+    Init();
+    for (const auto& any : switches) EXPECT_EQ(record.*any.field, any.key == on.key) << on.key << " " << any.key;
+  }
+}
+
 TEST_F(MiscRecord, SavedSettingsGoBeforeConfiguredOnes) {
-  for (const char* key : {"default_rearview_camera_delay", "default_advance_driving_seat_is_left",
-                          "default_canbox_control", "handbrake_test_default_on", "gps_ant_checking_default_on"}) {
+  for (const char* key :
+       {"default_rearview_camera_delay", "default_advance_driving_seat_is_left", "default_canbox_control"}) {
     platform.config[std::string("/setting/") + key] = "true";
   }
-  Init();
-  EXPECT_EQ(record._is_rvc_delay + record._is_left_position + record._can_box_enble, 3U);
-  EXPECT_EQ(record.is_handbrake_test_on + record.is_gps_ant_checking_on, 2U);
-
-  record = {};
   platform.persist = {{{2, 1007}, 0}, {{18, 51}, 7}, {{18, 52}, 0}};
   Init();
   EXPECT_EQ(record._is_rvc_delay, 0U);

@@ -27,33 +27,6 @@ class PowerClient : public testing::Test {
 
 unsigned char* MapRecord() { return static_cast<unsigned char*>(shmat(shmget(kKey, 92, 0), nullptr, 0)); }
 
-TEST_F(PowerClient, MakesAMissingSegmentWithReadOnlyBits) {
-  HLXPowerClient client(std::make_shared<ClientIpcAdapter>());
-  shmid_ds info{};
-  ASSERT_EQ(shmctl(shmget(kKey, 0, 0), IPC_STAT, &info), 0);
-  EXPECT_EQ(info.shm_segsz, 92U);
-  EXPECT_EQ(info.shm_perm.mode & 0777U, 0444U);
-  EXPECT_EQ(client.GetRadioOnState(), RADIO_STATE_ON);
-}
-
-TEST_F(PowerClient, ASegmentThatIsTooSmallEndsTheProcess) {
-  ASSERT_NE(shmget(kKey, 91, IPC_CREAT | 0666), -1);
-  const auto make = [] {
-    HLXPowerClient client(std::make_shared<ClientIpcAdapter>());
-    (void)client;
-  };
-  EXPECT_EXIT(
-      {
-        std::atexit([] {
-          for (const std::string& text : fake::Get().LoggedAll()) std::fprintf(stderr, "%s\n", text.c_str());
-        });
-        make();
-      },
-      testing::ExitedWithCode(2),
-      "ERROR system data info shmget failed:Invalid argument\nFATAL "
-      "\\[system-client\\]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!\n");
-}
-
 TEST_F(PowerClient, GettersReadTheirFields) {
   HLXPowerClient client(std::make_shared<ClientIpcAdapter>());
   struct {
@@ -107,6 +80,7 @@ TEST_F(PowerClient, GettersReadTheirFields) {
     std::memset(record + getter.offset, 0, getter.size);
     EXPECT_EQ(getter.get(client), 0U) << getter.name;
   }
+  EXPECT_EQ(client.IHLXSystemPower::GetMcuBootType(), BOOT_REASON_UNKNOWN) << "of an older implementation";
 }
 
 }  // namespace

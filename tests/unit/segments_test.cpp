@@ -1,0 +1,126 @@
+// How each client finds or makes the segment of its record, and how the process ends when it cannot be had.
+#include <gmock/gmock.h>
+#include <linux/capability.h>
+#include <sys/shm.h>
+#include <sys/syscall.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+
+#include "client/info/HLXInfoClient.h"
+#include "client/ipc/ClientIpcAdapter.h"
+#include "client/misc/HLXMiscClient.h"
+#include "client/power/HLXPowerClient.h"
+#include "client/time/HLXTimeClient.h"
+#include "data/HLXPersist.h"
+#include "tests/support/FakePlatform.h"
+
+using testing::ExitedWithCode;
+using testing::HasSubstr;
+
+namespace {
+
+template <class Client>
+void Make() {
+  const Client client(std::make_shared<ClientIpcAdapter>());
+}
+
+const struct Holder {
+  const char* name;  ///< in the log
+  unsigned int key;
+  size_t size;
+  unsigned int mode;
+  const char* fatal;
+  void (*make)();
+} kHolders[] = {
+    {"power_client", 0xA8800081, 92, 0444, "[system-client]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
+     Make<HLXPowerClient>},
+    {"misc_client", 0xA8800082, 232, 0444, "[system-client]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!",
+     Make<HLXMiscClient>},
+    {"time_client", 0xA8800083, 10552, 0444, "[system-client]CreateDataShm->SHM_TIME_DATA_KEY_ID fail.Exit!!",
+     Make<HLXTimeClient>},
+    {"info-client", 0xA8800082, 232, 0666, "[system-server]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
+     [] { const HLXMiscClientShm holder; }},
+    {"ext_mcu_service", 0xA8800084, sizeof(HLXSystemData::InfoShmData), 0666,
+     "[system-server]CreateDataShm->SHM_INFO_DATA_KEY_ID fail.Exit!!", [] { const HLXInfoClientShm holder; }},
+};
+
+int Segment(const Holder& holder, size_t size, int flags) {
+  return shmget(static_cast<key_t>(holder.key), size, flags);
+}
+
+class Segments : public testing::TestWithParam<Holder> {
+ protected:
+  void SetUp() override {
+    fake::Reset();
+    fake::RemoveSegments();
+    umask(0);
+  }
+  void TearDown() override { fake::RemoveSegments(); }
+
+  /// In a child: makes the client, and tells what was logged when that ends the process.
+  void MakeAndTell() const {
+    std::atexit([] {
+      for (const std::string& text : fake::Get().LoggedAll()) std::fprintf(stderr, "%s\n", text.c_str());
+    });
+    GetParam().make();
+  }
+  std::string Fatal() const { return "\nFATAL " + std::string(GetParam().fatal) + "\n"; }
+};
+
+TEST_P(Segments, AMissingOneIsMade) {
+  GetParam().make();
+  shmid_ds info{};
+  ASSERT_EQ(shmctl(Segment(GetParam(), 0, 0), IPC_STAT, &info), 0);
+  EXPECT_EQ(info.shm_segsz, GetParam().size);
+  EXPECT_EQ(info.shm_perm.mode & 0777U, GetParam().mode);
+  EXPECT_EQ(fake::Get().LoggedAll().front(), "INFO system share data:" + std::string(GetParam().name));
+}
+
+TEST_P(Segments, OneThatIsTooSmallEndsTheProcess) {
+  ASSERT_NE(Segment(GetParam(), GetParam().size - 1, IPC_CREAT | 0666), -1);
+  EXPECT_EXIT(MakeAndTell(), ExitedWithCode(2),
+              HasSubstr("\nERROR system data info shmget failed:Invalid argument" + Fatal()));
+}
+
+TEST_P(Segments, OneThatCannotBeMappedEndsTheProcess) {
+  if (GetParam().mode == 0666) return;  // everybody may map that
+  const auto without_privileges = [this] {
+    __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
+    const __user_cap_data_struct none[2] = {};
+    syscall(SYS_capset, &header, none);
+    MakeAndTell();
+  };
+  EXPECT_EXIT(without_privileges(), ExitedWithCode(2),
+              HasSubstr("\nERROR system data info  shmat failed:Permission denied" + Fatal()));
+}
+
+INSTANTIATE_TEST_SUITE_P(All, Segments, testing::ValuesIn(kHolders), [](const auto& holder) {
+  std::string name = holder.param.name;
+  for (char& c : name) c = c == '-' ? '_' : c;
+  return name;
+});
+
+TEST(PersistErrors, HaveTheirNames) {
+  const char* const names[] = {"Unknown Error.",
+                               "PERSIST_ERROR_SERVICE_NOT_AVAILABLE",
+                               "PERSIST_ERROR_DATABASE_LOST_AND_REBASE",
+                               "PERSIST_ERROR_READ_FAIL",
+                               "PERSIST_ERROR_WRITE_FAIL",
+                               "PERSIST_ERROR_IPC_FAIL",
+                               "PERSIST_ERROR_DATA_NOT_FOUND",
+                               "PERSIST_ERROR_DATABASE_NOT_READY",
+                               "PERSIST_ERROR_FORMAT_INCOMPATIBLE",
+                               "PERSIST_ERROR_DATA_OVER_RANGE",
+                               "PERSIST_ERROR_ILLEGAL_PARAM_COMBINATION",
+                               "PERSIST_ERROR_ILLEGAL_MODULE",
+                               "PERSIST_ERROR_DATA_REMOVE_FAIL",
+                               "Unknown Error."};
+  for (int code = 0; code < 14; ++code) EXPECT_STREQ(HLXSystemData::PersistErrorName(code), names[code]) << code;
+  EXPECT_STREQ(HLXSystemData::PersistErrorName(-1), "Unknown Error.");
+}
+
+}  // namespace
