@@ -5,7 +5,7 @@ set(hlx_include_dir ${CMAKE_INSTALL_INCLUDEDIR}/hlx-system-client)
 install(TARGETS hlxsystemclient EXPORT HLXSystemClientTargets
         LIBRARY DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(DIRECTORY include/ DESTINATION ${hlx_include_dir} FILES_MATCHING PATTERN "*.h")
-install(FILES ${HLX_PLATFORM_PUBLIC_INCLUDE_DIR}/HLXMutex.h DESTINATION ${hlx_include_dir})
+install(FILES ${HLX_PLATFORM_PUBLIC_INCLUDE_DIR}/HLXMutex.h data/HLXSystemRecords.h DESTINATION ${hlx_include_dir})
 # For the authors of the service: the generated proxy and skeleton, which the library exports. Needs gio-2.0.
 install(FILES ${PROJECT_BINARY_DIR}/dbus/dbus_system.h DESTINATION ${hlx_include_dir})
 

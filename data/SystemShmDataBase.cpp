@@ -17,7 +17,7 @@ SystemShmDataBase::SystemShmDataBase(unsigned long long key, HLXSystemData::Shm_
 }
 
 bool SystemShmDataBase::CreateDataShm(void** out_addr, unsigned int size) {
-  const int permissions = op_mode == HLXSystemData::SHM_OP_CREATE ? 0666 : 0444;
+  const int permissions = op_mode == HLXSystemData::SHM_OP_CREATE ? HLX_SHM_CREATE_BITS : HLX_SHM_ATTACH_BITS;
   const int id = shmget(static_cast<key_t>(shm_key), size, IPC_CREAT | permissions);
   if (id == -1) {
     HLX_LOG_ERROR("system data info shmget failed:%s", std::strerror(errno));

@@ -3,21 +3,16 @@
 #include <memory>
 #include <string>
 
+#include "data/HLXSystemRecords.h"
 #include "data/SystemDefaultData.h"
 
 namespace HLXSystemData {
 
 /// Who is expected to make a segment. Both modes make one that is missing; they differ in its permission bits.
 enum Shm_Op_Mode : int {
-  SHM_OP_ATTACH = 0,  ///< the service owns it: 0444
-  SHM_OP_CREATE = 1,  ///< anybody may own it: 0666
+  SHM_OP_ATTACH = 0,  ///< the service owns it: HLX_SHM_ATTACH_BITS
+  SHM_OP_CREATE = 1,  ///< anybody may own it: HLX_SHM_CREATE_BITS
 };
-
-/// System V keys of the four records.
-constexpr unsigned long long SHM_POWER_DATA_KEY_ID = 0xA8800081;
-constexpr unsigned long long SHM_MISC_DATA_KEY_ID = 0xA8800082;
-constexpr unsigned long long SHM_TIME_DATA_KEY_ID = 0xA8800083;
-constexpr unsigned long long SHM_INFO_DATA_KEY_ID = 0xA8800084;
 
 }  // namespace HLXSystemData
 
