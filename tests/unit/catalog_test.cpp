@@ -191,7 +191,8 @@ TEST_F(CatalogClients, GettersReadTheirFieldAndNoOther) {
     };
     FillAll(0);
     const Scalar nothing = ask();
-    for (std::size_t i = 0; i < value.field.size; ++i) field[i] = static_cast<unsigned char>(value.IsBit() ? mask : 0x81 + i);
+    for (std::size_t i = 0; i < value.field.size; ++i)
+      field[i] = static_cast<unsigned char>(value.IsBit() ? mask : 0x81 + i);
     const Scalar something = ask();
     EXPECT_NE(something, nothing);
     // All else is turned round; the field stays.
