@@ -4,10 +4,9 @@
 #include <iterator>
 
 #include "HLXMiscTypes.h"
-#include "data/HLXPersist.h"
+#include "data/Settings.h"
 #include "data/SharedField.h"
 #include "platform/HLXLog.h"
-#include "platform/LibConfigs.h"
 
 HLX_LOG_SOURCE("data/HLXSystemData");
 
@@ -16,15 +15,9 @@ using namespace SystemMisc;
 
 namespace {
 
-constexpr SavedSettings kSaved{"InitMiscShmData"};
+constexpr char kOperation[] = "InitMiscShmData";
 constexpr uint32_t kParking = 1;
 constexpr uint8_t kSpeakers = 4;
-
-uint32_t Configured(const char* key) { return GetLibConfigs()->GetBool(key) ? 1 : 0; }
-
-void ReadOrConfigured(const PersistItem& item, uint32_t* field, const char* key) {
-  if (!kSaved.Read(item, field)) *field = Configured(key);
-}
 
 void ZeroVehicleData(MiscShmData* data) {
   data->car_speed = 0;
@@ -59,14 +52,8 @@ void MiscShmDataBase::InitMiscShmData(MiscShmData* data) {
   HLX_LOG_INFO("%s()", "InitMiscShmData");
   Store(data->initialised, uint32_t{1});
 
-  ReadOrConfigured(PERSIST_ID_RVC_DELAY, &data->_is_rvc_delay, "/setting/default_rearview_camera_delay");
-  HLX_LOG_DEBUG("_is_rvc_delay:%d", static_cast<int>(data->_is_rvc_delay));
-  ReadOrConfigured(PERSIST_ID_DRIVE_POSITION, &data->_is_left_position,
-                   "/setting/default_advance_driving_seat_is_left");
-  HLX_LOG_DEBUG("_is_left_position:%d", static_cast<int>(data->_is_left_position));
-  ReadOrConfigured(PERSIST_ID_CAN_BOX_ENABLE, &data->_can_box_enble, "/setting/default_canbox_control");
+  Fill(kOperation, kVehicleSettings, data, *default_data);
   data->_screen_shot_enble = 0;
-  HLX_LOG_DEBUG("_can_box_enble:%d", static_cast<int>(data->_can_box_enble));
   HLX_LOG_DEBUG("_screen_shot_enble:%d", static_cast<int>(data->_screen_shot_enble));
 
   data->dab_ant_state = ANT_STATE_UNKNOWN;
@@ -74,8 +61,7 @@ void MiscShmDataBase::InitMiscShmData(MiscShmData* data) {
   data->mic_connect_state = ANT_STATE_UNKNOWN;
   data->radio_ant_state = ANT_STATE_UNKNOWN;
   data->parking_state = kParking;
-  data->is_handbrake_test_on = Configured("/setting/handbrake_test_default_on");
-  data->is_gps_ant_checking_on = Configured("/setting/gps_ant_checking_default_on");
+  Fill(kOperation, kCheckSettings, data, *default_data);
 
   ZeroVehicleData(data);
 

@@ -10,8 +10,4 @@ class PowerShmDataBase : public SystemShmDataBase {
 
   /// Fills a record that nobody has initialised from saved settings and configuration; leaves any other untouched.
   void InitPowerShmData(HLXSystemData::PowerShmData* data);
-
- private:
-  void InitScreenAndButtons(HLXSystemData::PowerShmData* data);
-  static void InitLedAndStyle(HLXSystemData::PowerShmData* data);
 };
