@@ -51,6 +51,15 @@ std::size_t Distance(std::string_view one, std::string_view other) {
   return last.back();
 }
 
+/// Whether `name` is `part` with characters left out.
+bool IsPartOf(std::string_view part, std::string_view name) {
+  std::size_t found = 0;
+  for (const char c : name) {
+    if (found < part.size() && Folded(c) == Folded(part[found])) ++found;
+  }
+  return found == part.size();
+}
+
 template <class Row>
 std::vector<std::string> NamesOf(View<Row> rows) {
   std::vector<std::string> names;
@@ -95,9 +104,9 @@ std::vector<std::string> Nearest(std::string_view wrong, const std::vector<std::
   const std::string_view start = wrong.substr(0, 64);  // no name is longer, and the work is bounded
   std::vector<std::pair<std::size_t, std::string>> near;
   for (const std::string& name : right) {
-    const bool part = start.size() > 2 && name.find(start) != std::string::npos;
-    const std::size_t distance = part ? 1 : Distance(start, name);
-    if (distance <= std::max<std::size_t>(1, start.size() / 3)) near.emplace_back(distance, name);
+    const std::size_t distance = Distance(start, name);
+    const bool few = distance <= std::max<std::size_t>(1, start.size() / 3);
+    if (few || (start.size() > 3 && IsPartOf(start, name))) near.emplace_back(distance, name);
   }
   std::stable_sort(near.begin(), near.end(), [](const auto& a, const auto& b) { return a.first < b.first; });
   std::vector<std::string> names;

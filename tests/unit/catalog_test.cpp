@@ -208,6 +208,18 @@ TEST_F(CatalogClients, GettersReadTheirFieldAndNoOther) {
   EXPECT_GT(getters, 80);
 }
 
+TEST_F(CatalogClients, EveryLightTypeButDayMeansTheNightLevels) {
+  for (const int type : {1, 2, 256, -1}) {
+    const auto light = static_cast<HLXPower::LightType>(type);
+    FillAll(0);
+    StoreField(*FindValue("power.brightness_night"), records_.power, int64_t{40});
+    StoreField(*FindValue("power.button_brightness_night"), records_.power, int64_t{50});
+    EXPECT_EQ(clients_.power->GetScreenLightLevel(light), 40U);
+    EXPECT_EQ(clients_.power->GetCurButtonLightLevel(light), 50U);
+  }
+  EXPECT_EQ(power_->IHLXSystemPower::GetMcuBootType(), HLXPower::BOOT_REASON_UNKNOWN) << "of an older implementation";
+}
+
 TEST_F(CatalogClients, StoredValuesAreReadAgain) {
   for (const Value& value : Values()) {
     if (!value.InRecord()) continue;
@@ -241,6 +253,98 @@ TEST_F(CatalogClients, StoredValuesAreReadAgain) {
       EXPECT_THROW(Parse(reading, "dusk"), BadValue);
     }
   }
+}
+
+TEST_F(CatalogClients, SignalsAreToldAndStoredTheSameWay) {
+  // For each value that a signal's argument tells: what ArgumentsFor() gives, StoreArguments() stores again.
+  int told = 0;
+  for (const Value& value : Values()) {
+    if (!value.InRecord() || value.announced.argument < 0) continue;
+    SCOPED_TRACE(value.FullName());
+    ++told;
+    FillAll(0);
+    void* const record = records_.At(value.field.record);
+    StoreField(value, record, Parse(value.reading, std::to_string(value.reading.most)));
+    const Scalar stored = ReadField(value, record);
+    const std::vector<Scalar> arguments = ArgumentsFor(value, records_);
+    FillAll(0);
+    StoreArguments(*FindSignal(value.announced.signal), arguments, records_);
+    EXPECT_EQ(ReadField(value, record), stored);
+  }
+  EXPECT_GT(told, 60);
+  EXPECT_THROW(StoreArguments(*FindSignal("AccStateChangeSignal"), {}, records_), BadValue);
+  EXPECT_THROW(StoreArguments(*FindSignal("AccStateChangeSignal"), {std::string("on")}, records_), BadValue);
+}
+
+TEST(Catalog, ReadsWhatPeopleType) {
+  const Reading sw = Flag(words::kOnOff), light = Named(words::kLight), degrees = Decimal("°", 1).In(-50, 100);
+  const Reading any = Count().In(-5, 300), text = Plain(Reading::Kind::kText), date = Plain(Reading::Kind::kDate);
+  const Reading clock = Plain(Reading::Kind::kClock), moment = Plain(Reading::Kind::kMoment);
+  struct {
+    const Reading& reading;
+    std::string text;
+    std::string shown;  ///< empty: refused
+  } const rows[] = {
+      {sw, "ON", "on"},
+      {sw, "True", "on"},
+      {sw, "no", "off"},
+      {sw, "1", "on"},
+      {sw, "2", ""},
+      {sw, "", ""},
+      {light, "Night", "night"},
+      {light, "0x7", "unnamed (7)"},
+      {light, "256", ""},
+      {light, "dusk", ""},
+      {degrees, "21.5", "21.5 °"},
+      {degrees, "-50", "-50.0 °"},
+      {degrees, "100.1", ""},
+      {degrees, "nan", ""},
+      {degrees, "21,5", ""},
+      {degrees, " 1", ""},
+      {any, "-5", "-5"},
+      {any, "-6", ""},
+      {any, "0x12C", "300"},
+      {any, "0x", ""},
+      {any, "1e2", ""},
+      {any, "+7", "7"},
+      {any, " 7", ""},
+      {any, "7 ", ""},
+      {any, "99999999999999999999", ""},
+      {any, std::string("7\0", 2), ""},
+      {text, "Ä", "Ä"},
+      {text, "\xff", ""},
+      {date, "2024-02-29", "2024-02-29"},
+      {date, "2023-02-29", ""},
+      {date, "2024-2-9", "2024-02-09"},
+      {date, "2024-02", ""},
+      {clock, "23:59", "23:59:00"},
+      {clock, "24:00", ""},
+      {clock, "-1:00", ""},
+      {moment, "2024-02-29 23:59:30", "2024-02-29T23:59:30"},
+      {moment, "2024-02-29", ""},
+  };
+  for (const auto& row : rows) {
+    std::string shown;
+    try {
+      shown = WithUnit(row.reading, Parse(row.reading, row.text));
+    } catch (const BadValue& problem) {
+      EXPECT_THAT(problem.what(), testing::HasSubstr("allowed: " + Allowed(row.reading)));
+    }
+    EXPECT_EQ(shown, row.shown) << row.text;
+  }
+}
+
+TEST(Catalog, KnowsTheNearestNames) {
+  EXPECT_THAT(NearestValues("power.ac"), testing::Contains("power.acc"));
+  EXPECT_THAT(NearestValues("misc.dor_trunk"), testing::Contains("misc.door_trunk"));
+  EXPECT_THAT(NearestValues(std::string(100000, 'x')), IsEmpty());
+  EXPECT_THAT(NearestCommands(Area::kPower, "brigthness"), testing::Contains("brightness"));
+  EXPECT_THAT(NearestSignals("AccStateSignal"), testing::Contains("AccStateChangeSignal"));
+  EXPECT_THAT(NearestValues("zzz"), IsEmpty());
+  EXPECT_EQ(FindValue("power.power-off-delay"), FindValue("power.power_off_delay"));
+  EXPECT_EQ(FindValue("acc"), nullptr);
+  EXPECT_EQ(FindSignal(""), nullptr);
+  EXPECT_STREQ(SignalOf("OnRaiseGacKnobKeyChange")->name, "KeyStateChangeSignal");
 }
 
 }  // namespace

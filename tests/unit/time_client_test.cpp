@@ -183,23 +183,11 @@ TEST_F(TimeClient, ZoneTable) {
             reinterpret_cast<const char*>(zones) + 4 - 132);
 }
 
-TEST_F(TimeClient, GettersReadTheirFields) {
+TEST_F(TimeClient, EventsTellWhatTheRecordHolds) {
   Make();
-  Put(0, 11, 12, 13, 14, 2026, 11, 24, 2, 23, 59, 58);
-  Put(10476, -5);
+  Put(16, 2026, 11, 24, 2, 23, 59, 58);
   Put(10516, 1999, 12, 31, 5, 1, 2, 3, 44);
   record[10548] = 200;
-  EXPECT_THAT((std::vector<int>{client->GetTime24Mode(), client->GetAutoSyncMode(), client->GetAutoAdjustDstMode(),
-                                client->IsCurZoneDstActive(), client->GetCurTimeZone(),
-                                client->GetExtMcuCanTime24Mode(), client->GetExtMcuCanTimeZone()}),
-              ElementsAre(11, 12, 13, 14, -5, 44, 200));
-  DateTime now{}, vehicle{};
-  client->GetCurDateInfo(now.date);
-  client->GetCurTimeInfo(now.time);
-  client->GetExtMcuCanDateTimeInfo(vehicle);
-  EXPECT_EQ(Show(now), "2026-11-24(2) 23:59:58");
-  EXPECT_EQ(Show(vehicle), "1999-12-31(5) 1:2:3");
-
   client->OnDateInfoChange(9);
   client->On24TimeModeChange(-1);
   client->OnDstStatusChange(3);
