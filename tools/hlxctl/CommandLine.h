@@ -1,42 +1,49 @@
-/// The command line: subcommands made from the areas' tables.
+/// The command line: builds what the words in front of it ask for, and nothing else.
 #pragma once
 
 #include <CLI/CLI.hpp>
-#include <functional>
-#include <list>
 #include <string>
 #include <vector>
 
-#include "tools/hlxctl/Actions.h"
+#include "tools/hlxctl/Request.h"
+
+/// An example of help and manual; tests run each.
+struct Example {
+  const char* command;  ///< behind "hlxctl "
+  const char* what;
+};
+
+/// One word behind "hlxctl".
+struct Verb {
+  const char* name;
+  const char* group;  ///< heading under which help lists it; empty: not listed
+  const char* about;
+  /// Adds options and what they do to `app`. `ahead`: the words of the command line behind this one; null asks for
+  /// everything there is.
+  void (*add)(CLI::App& app, Request& request, const std::vector<std::string>* ahead);
+  std::vector<Example> examples;
+};
+
+const std::vector<Verb>& Verbs();
 
 class CommandLine {
  public:
+  /// Everything there is, for manual and completion.
   CommandLine();
+  CommandLine(int argc, char** argv);
 
-  /// Reads the command line; what it asks for is left in Action(). @throws CLI::ParseError
-  void Parse(int argc, char** argv) { app_.parse(argc, argv); }
+  /// Does what is asked for. @return the exit code; @throws as the verbs do
+  int Run();
 
-  /// Prints help, or what is wrong with the command line. @return the exit code
-  int Explain(const CLI::ParseError& problem) const;
-
-  const std::function<int()>& Action() const { return action_; }
-  const Options& GetOptions() const { return options_; }
+  bool WantsJson() const { return json_; }
+  const CLI::App& App() const { return app_; }
 
  private:
-  void AddArea(const Area& area);
-  void AddCommand(CLI::App* parent, const Area& area, const Command& command);
-  void AddUpdateTools(CLI::App* update, const Area& area);
-  void AddMonitor();
-  void AddLimits(CLI::App* app);
-  std::vector<const Area*> Watched() const;
-  void Do(const std::function<void()>& work);
+  void Add(const std::vector<std::string>* ahead);
+  [[noreturn]] void Explain(const CLI::ParseError& problem) const;
 
-  const std::vector<Area> areas_;
-  std::list<std::vector<std::string>> words_;  ///< the arguments of each command
-  Options options_;
-  MonitorOptions monitor_;
-  std::vector<std::string> watched_;
-  std::string directory_;
-  std::function<int()> action_;
-  CLI::App app_{"Looks into a head unit, commands it and listens to it."};
+  Request request_;
+  bool json_ = false;
+  std::vector<std::string> arguments_;
+  CLI::App app_;
 };

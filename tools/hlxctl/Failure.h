@@ -1,20 +1,12 @@
-/// How the tool ends when it cannot do what it was asked for.
+/// Why the tool cannot do what it was asked for.
 #pragma once
 
 #include <stdexcept>
 #include <string>
 
-enum ExitCode : int {
-  kExitDone = 0,
-  kExitInternal = 1,      ///< out of memory, output that cannot be written
-  kExitUsage = 2,         ///< a wrong command line or value
-  kExitNoService = 3,     ///< the service, the bus or the service's records are not there
-  kExitCallFailed = 4,    ///< the service refused the command, or went away during it
-  kExitNotConfirmed = 5,  ///< the question was not answered with yes
-  kExitPackage = 10,      ///< update check: 10 and the outcome
-};
+#include "tools/hlxctl/ExitCode.h"
 
-/// Ends the tool with one line on standard error.
+/// Ends the tool with one line on standard error and, with --json, an object on standard output.
 class Failure : public std::runtime_error {
  public:
   Failure(ExitCode code, const std::string& message) : std::runtime_error(message), code_(code) {}
@@ -23,3 +15,6 @@ class Failure : public std::runtime_error {
  private:
   ExitCode code_;
 };
+
+/// Ends the tool without a word: nobody reads what it writes.
+struct ClosedPipe {};

@@ -5,16 +5,17 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
+#include <nlohmann/json.hpp>
 #include <vector>
 
+#include "HLXSystemProxy.h"
+#include "catalog/Words.h"
 #include "client/info/VersionFile.h"
 #include "client/update/PackageVerifier.h"
-#include "data/InfoShmDataBase.h"
 #include "platform/LibConfigs.h"
 #include "tools/hlxctl/Failure.h"
 #include "tools/hlxctl/Output.h"
 #include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/UpdateWords.h"
 
 namespace {
 
@@ -22,7 +23,7 @@ namespace fs = std::filesystem;
 
 /// Outcomes that the unit's own search keeps to itself.
 enum SilentOutcome : int { kNoPackage = 8, kNoVersionFile = 9, kNoUnitVersion = 10 };
-constexpr Word kSilentOutcome[] = {
+constexpr catalog::Word kSilentOutcome[] = {
     {kNoPackage, "no-package"}, {kNoVersionFile, "no-version-file"}, {kNoUnitVersion, "no-unit-version"}};
 
 /// A scratch directory with a plain name: the verification puts its paths into shell commands as they are. It lies as
@@ -57,7 +58,7 @@ SystemInfo::VersionInfo UnitVersion() {
   unit.project_name = value("Project Name") + GetLibConfigs()->GetString("/project/project_model_name");
   if (GetLibConfigs()->GetBool("/setting/enable_auto_hw_version")) {
     // Only the info client knows the board's strap. On a running unit its records are there already.
-    RequireRecords(InfoArea().records);
+    RequireRecords(catalog::Area::kInfo);
     SystemInfo::VersionInfo whole;
     HLX_GetSystemInfoProxy()->GetLocalVersionInfo(whole);
     unit.hardware_version = whole.hardware_version;
@@ -78,7 +79,7 @@ class Report {
     } else {
       std::string line = check;
       line.resize(12, ' ');
-      Output::Line(line + (result + std::string(9 - result.size(), ' ')) + Text{}(compared).ToText() +
+      Output::Line(line + (result + std::string(9 - result.size(), ' ')) + Printable(compared) +
                    (skipped_by != nullptr ? std::string(" (") + skipped_by + ")" : ""));
     }
     return passed;
@@ -86,15 +87,16 @@ class Report {
 
   /// @return the exit code
   int Conclude(const std::string& directory, int outcome) const {
-    const Value value = outcome < kNoPackage ? Named{kUpdateOutcome}(outcome) : Named{kSilentOutcome}(outcome);
     const bool told = outcome < kNoPackage;
+    const catalog::Words words = told ? catalog::Words(catalog::words::kUpdateOutcome) : kSilentOutcome;
+    const std::string text = catalog::InWords(catalog::Named(words), int64_t{outcome});
     if (json_) {
       Output::JsonLine({{"directory", directory},
                         {"checks", checks_},
-                        {"outcome", value.text},
+                        {"outcome", text},
                         {"listeners_get", told ? Json(outcome) : Json()}});
     } else {
-      Output::Line("outcome     " + value.text +
+      Output::Line("outcome     " + text +
                    (told ? " (listeners get " + std::to_string(outcome) + ")" : " (listeners get nothing)"));
     }
     return outcome == HLXUpdate::UPDATE_NOTIFY_VALID ? kExitDone : kExitPackage + outcome;

@@ -1,12 +1,19 @@
-/// Looks at the shared records from outside. Nothing here makes or changes a segment.
+/// The shared records as seen from outside. Nothing here makes, fills or changes one.
 #pragma once
 
-#include "tools/hlxctl/Area.h"
-#include "tools/hlxctl/Failure.h"
+#include "catalog/Value.h"
 
-/// Maps a record for reading. @throws Failure that says why it is not to be had
-const void* MapForReading(const Record& record);
+/// Maps a record for reading, once. @throws Failure that says why it is not to be had: missing, too small, or not
+/// filled
+const void* RecordOf(catalog::Record record);
 
-/// Makes sure that a client can map what it needs: without a record the client would make it, and one that it cannot
-/// map would end the process. @throws Failure that names the record
-void RequireRecords(const std::vector<Record>& records);
+/// The records that the library's client of `area` maps. A client would make a missing one and fill an empty one, and
+/// one that it cannot map would end the process: look first.
+catalog::View<catalog::Record> RecordsOf(catalog::Area area);
+
+/// Makes sure that the clients of `area` find what they need. @throws Failure that names the record
+void RequireRecords(catalog::Area area);
+
+/// What the value is now, read from its record or, where it stands in none, asked of the info or update client.
+/// @throws Failure when a record is missing, or the value is told by events alone
+catalog::Scalar Read(const catalog::Value& value);

@@ -1,41 +1,44 @@
 #include "tools/hlxctl/Zones.h"
 
 #include <glib.h>
+#include <unistd.h>
 
 #include <algorithm>
+#include <cstdlib>
 #include <memory>
+#include <nlohmann/json.hpp>
+#include <optional>
 #include <stdexcept>
-#include <vector>
 
 #include "data/ZoneTable.h"
 #include "platform/LibConfigs.h"
-#include "tools/hlxctl/Output.h"
+#include "tools/hlxctl/Failure.h"
+#include "tools/hlxctl/Records.h"
+#include "tools/hlxctl/Values.h"
+#include "tools/hlxctl/Verbs.h"
 
 using HLXSystemData::kZones;
 using SystemTime::kTimeZoneCount;
 
 namespace {
 
-/// As the unit shows it, which for one zone is a matter of configuration.
-std::string ZoneName(int zone) {
-  return zone == HLXSystemData::kIstanbulZone && GetLibConfigs()->GetBool("/setting/default_time_zone_istanbul_p3")
-             ? HLXSystemData::kIstanbulPlus3Name
-             : kZones[zone].name;
-}
+constexpr std::string_view kDirectory = "/usr/share/zoneinfo/";
 
 std::string Lower(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(), g_ascii_tolower);
   return text;
 }
 
-std::vector<int> ZonesNamed(const std::string& part) {
+std::vector<int> ZonesLike(const std::string& text) {
   std::vector<int> zones;
-  for (int zone = 0; zone < kTimeZoneCount && !part.empty(); ++zone) {
+  std::vector<int> files;
+  for (int zone = 0; zone < kTimeZoneCount && !text.empty(); ++zone) {
     const std::string name = Lower(ZoneName(zone));
-    if (name == Lower(part)) return {zone};
-    if (name.find(Lower(part)) != std::string::npos) zones.push_back(zone);
+    if (name == text) return {zone};
+    if (Lower(ZoneFile(zone)) == text) files.push_back(zone);
+    if (name.find(text) != std::string::npos) zones.push_back(zone);
   }
-  return zones;
+  return files.empty() ? zones : files;
 }
 
 /// Seconds east of UTC in the zone's file now; nothing when there is no such file.
@@ -51,56 +54,79 @@ std::string OffsetText(std::optional<int> offset) {
   if (!offset) return "missing";
   char text[16];
   const int minutes = std::abs(*offset) / 60;
-  std::snprintf(text, sizeof(text), "%c%02d:%02d", *offset < 0 ? '-' : '+', minutes / 60, minutes % 60);
+  std::snprintf(text, sizeof text, "%c%02d:%02d", *offset < 0 ? '-' : '+', minutes / 60, minutes % 60);
   return text;
+}
+
+/// The unit's zone; nothing when there is no time record.
+std::optional<int64_t> CurrentZone() {
+  try {
+    return std::get<int64_t>(Read(*catalog::FindValue(catalog::Area::kTime, "zone")));
+  } catch (const Failure&) {
+    return {};
+  }
 }
 
 }  // namespace
 
-Value ZoneValue(int zone) {
-  const bool known = zone >= 0 && zone < kTimeZoneCount;
-  return {zone, std::to_string(zone) + (known ? ": " + ZoneName(zone) : " (no such zone)"), ""};
+std::string ZoneName(int64_t zone) {
+  if (zone < 0 || zone >= kTimeZoneCount) return "unnamed (" + std::to_string(zone) + ")";
+  return zone == HLXSystemData::kIstanbulZone && GetLibConfigs()->GetBool("/setting/default_time_zone_istanbul_p3")
+             ? HLXSystemData::kIstanbulPlus3Name
+             : kZones[zone].name;
 }
 
-Argument ZoneArgument() {
-  const std::string last = std::to_string(kTimeZoneCount - 1);
-  return {"zone", "0 to " + last + ", or a part of the name that fits one zone (see \"hlxctl time zones\")",
-          [](const std::string& text) -> ArgumentValue {
-            if (text.find_first_not_of("0123456789") == std::string::npos) {
-              return Range("zone", 0, kTimeZoneCount - 1).read(text);
-            }
-            const std::vector<int> zones = ZonesNamed(text);
-            if (zones.size() == 1) return int64_t{zones.front()};
-            std::string fitting;
-            for (const int zone : zones) fitting.append(fitting.empty() ? "" : ", ").append(std::to_string(zone));
-            throw std::invalid_argument(fitting.empty() ? "" : "fits several zones: " + fitting);
-          },
-          ""};
+std::string ZoneFile(int zone) { return kZones[zone].path + kDirectory.size(); }
+
+int ZoneNamed(const std::string& text) {
+  if (!text.empty() && text.find_first_not_of("0123456789") == std::string::npos) {
+    return static_cast<int>(catalog::ParseWhole(text, 0, kTimeZoneCount - 1));
+  }
+  const std::vector<int> zones = ZonesLike(Lower(text));
+  if (zones.size() == 1) return zones.front();
+  std::string fitting;
+  for (const int zone : zones) fitting.append(fitting.empty() ? "" : ", ").append(std::to_string(zone));
+  const std::string quoted = "'" + Printable(text) + "' ";
+  throw std::invalid_argument(
+      quoted + (fitting.empty() ? "is no zone: see \"hlxctl time zones\"" : "fits several zones: " + fitting));
 }
 
-void ListZones(std::optional<int> current, bool json) {
+std::vector<int> MissingZones() {
+  std::vector<int> missing;
+  for (int zone = 0; zone < kTimeZoneCount; ++zone) {
+    if (access(kZones[zone].path, R_OK) != 0) missing.push_back(zone);
+  }
+  return missing;
+}
+
+int Zones(const Request& request) {
+  const std::optional<int64_t> current = CurrentZone();
   Json list = Json::array();
-  int missing = 0;
+  Table table;
   for (int zone = 0; zone < kTimeZoneCount; ++zone) {
     const std::optional<int> offset = OffsetNow(zone);
-    if (!offset) ++missing;
-    if (json) {
+    if (request.json) {
       list.push_back({{"zone", zone},
                       {"name", ZoneName(zone)},
-                      {"file", kZones[zone].path},
+                      {"file", ZoneFile(zone)},
                       {"utc_offset", offset ? Json(*offset) : Json()},
                       {"current", current == zone}});
-      continue;
+    } else {
+      const Tone tone = !offset ? Tone::kBad : current == zone ? Tone::kGood : Tone::kPlain;
+      table.Row({{current == zone ? "*" : " "},
+                 {std::to_string(zone), tone},
+                 {OffsetText(offset), tone},
+                 {ZoneFile(zone)},
+                 {ZoneName(zone)}});
     }
-    std::string number = std::to_string(zone);
-    number.insert(0, 3 - number.size(), ' ');
-    std::string shown = OffsetText(offset);
-    shown.resize(9, ' ');
-    std::string line = current == zone ? "*" : " ";
-    line.append(number).append("  ").append(shown).append(ZoneName(zone)).append("  ").append(kZones[zone].path);
-    Output::Line(line);
   }
-  if (json) return Output::JsonLine(list);
+  if (request.json) {
+    Output::JsonLine(list);
+    return kExitDone;
+  }
+  table.Print();
   Output::Line(current ? "* the unit's zone" : "The unit's zone is not known: there is no time record.");
+  const std::size_t missing = MissingZones().size();
   if (missing != 0) Output::Line(std::to_string(missing) + " zone files are missing on this machine.");
+  return kExitDone;
 }

@@ -1,16 +1,18 @@
 /// The unit's time zones.
 #pragma once
 
-#include <optional>
+#include <cstdint>
 #include <string>
+#include <vector>
 
-#include "tools/hlxctl/Argument.h"
+/// "(GMT+09:00) Osaka, Sapporo, Tokyo"; a number outside the table is named as such.
+std::string ZoneName(int64_t zone);
 
-/// "78: (GMT+09:00) Osaka, Sapporo, Tokyo"; a zone outside the table is named as such.
-Value ZoneValue(int zone);
+/// The zone's file below the system's zoneinfo directory, "Asia/Tokyo"; `zone` is one of the table.
+std::string ZoneFile(int zone);
 
-/// A zone by number, or by a part of its name that no other has.
-Argument ZoneArgument();
+/// A zone by number, by its name or file, or by a part of the name that no other has. @throws std::invalid_argument
+int ZoneNamed(const std::string& text);
 
-/// Lists all zones with the offset that their files give now. @param current the unit's zone, if it is known
-void ListZones(std::optional<int> current, bool json);
+/// Zones whose files this machine does not have.
+std::vector<int> MissingZones();

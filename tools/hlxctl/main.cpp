@@ -1,38 +1,47 @@
-/// hlxctl: looks into a head unit, commands it and listens to it, through the client library.
-#include <cstdio>
-#include <exception>
+/// hlxctl: looks into a head unit, commands it and listens to it.
+#include <csignal>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "tools/hlxctl/CommandLine.h"
 #include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Output.h"
 
 namespace {
 
-int Run(const CommandLine& command_line) try {
-  Output::TakeOver(command_line.GetOptions().verbose);
-  const int code = command_line.Action()();
-  HLX_ReleaseSystemProxy();
+int Fail(bool json, int code, const std::string& message) {
+  Output::Note(message);
+  if (!json) return code;
+  Output::JsonLine({{"ok", false}, {"error", message}, {"code", code}});
+  Output::Flush();
   return code;
-} catch (const Failure& failure) {
-  Output::Note(failure.what());
-  return failure.Code();
-} catch (const std::invalid_argument& problem) {
-  Output::Note(problem.what());
-  return kExitUsage;
-} catch (const std::exception& problem) {
-  Output::Note(problem.what());
-  return kExitInternal;
+}
+
+int Run(int argc, char** argv) {
+  CommandLine command_line(argc, argv);
+  const bool json = command_line.WantsJson();
+  try {
+    try {
+      const int code = command_line.Run();
+      Output::Flush();
+      return code;
+    } catch (const Failure& failure) {
+      Output::Flush();  // what came before it
+      return Fail(json, failure.Code(), failure.what());
+    } catch (const std::invalid_argument& problem) {
+      return Fail(json, kExitUsage, problem.what());
+    }
+  } catch (const Failure& failure) {  // the output itself
+    return Fail(false, failure.Code(), failure.what());
+  } catch (const std::exception& problem) {
+    return Fail(false, kExitInternal, problem.what());
+  } catch (const ClosedPipe&) {
+    return kExitClosedPipe;
+  }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
-  CommandLine command_line;
-  try {
-    command_line.Parse(argc, argv);
-  } catch (const CLI::ParseError& problem) {
-    return command_line.Explain(problem);
-  }
-  return Run(command_line);
+  std::signal(SIGPIPE, SIG_IGN);  // noticed when writing
+  return Run(argc, argv);
 }

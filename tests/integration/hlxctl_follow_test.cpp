@@ -1,0 +1,109 @@
+// hlxctl: the verbs that go on, and how they end.
+#include "tests/support/Hlxctl.h"
+
+namespace {
+
+TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
+  Start();
+  const auto monitor = Begin("monitor power time --since-start --json");
+  Emit("AccStateChangeSignal false");
+  EXPECT_TRUE(monitor->WaitForLine("\"acc\":{\"value\":0,\"text\":\"off\""));
+  simulator_->Signal(SIGKILL);
+  EXPECT_TRUE(monitor->WaitForLine("\"connection\",\"event\":\"OnServiceLost\"")) << monitor->Out();
+  Start();
+  EXPECT_TRUE(monitor->WaitForLine("OnServiceBack"));
+  Emit("AccStateChangeSignal true");
+  EXPECT_TRUE(monitor->WaitForLine("\"acc\":{\"value\":1,\"text\":\"on\""));
+  Emit("OnDstStatusChangeSignal true");
+  EXPECT_TRUE(monitor->WaitForLine("\"dst\":{\"value\":1"));
+  monitor->Signal(SIGINT);
+  EXPECT_EQ(0, monitor->Wait());
+  for (const std::string& line : Cut(monitor->Out(), "\n")) {
+    if (!line.empty()) documents += "monitor\t" + line + "\n";
+  }
+
+  const auto counted = Begin("monitor power --values --count 2 --timeout 60");
+  for (const char* const on : {"true", "false"}) Emit(std::string("AccStateChangeSignal ") + on);
+  EXPECT_EQ(0, counted->Wait());
+  EXPECT_THAT(counted->Out(), MatchesRegex("[0-9-]+ [0-9:.]+  power.acc  on\n[0-9-]+ [0-9:.]+  power.acc  off\n"));
+  EXPECT_THAT(Ctl("monitor power --count 1 --timeout 0.1").err, HasSubstr("the time is up: 0 of 1 events came"));
+  EXPECT_EQ(kExitTimeUp, CtlJson("monitor power --count 1 --timeout 0.1", "failure")["code"]);
+
+  // A bus of its own, which then goes away.
+  Process bus({"dbus-daemon", "--session", "--nofork", "--address=unix:path=/tmp/hlxctl_bus"});
+  for (int i = 0; i < 5000 && !std::filesystem::exists("/tmp/hlxctl_bus"); ++i) usleep(2000);
+  setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/tmp/hlxctl_bus", 1);
+  Start();
+  const auto orphan = Begin("monitor --json");
+  const auto listener = Begin("listen");
+  bus.Signal(SIGKILL);
+  for (Process* const process : {orphan.get(), listener.get()}) {
+    EXPECT_EQ(kExitNoService, process->Wait());
+    EXPECT_THAT(process->Err(), HasSubstr("hlxctl: the session bus is gone: "));
+  }
+  documents += "failure\t" + orphan->Out();
+}
+
+TEST_F(HlxctlTest, WaitsForValuesAndEvents) {
+  Start();
+  EXPECT_EQ("power.screen on\n", Ctl("wait-for power.screen=on").out);
+  CtlJson("wait-for power.power_off_delay>19", "wait-for");
+  const auto value = Begin("wait-for misc.car_speed>50 --json");
+  const auto told = Begin("wait-for misc.steering_angle=100");
+  const auto event = Begin("wait-for OnDateInfoChange --timeout 60");
+  const auto back = Begin("wait-for OnServiceBack");
+  for (const char* const line :
+       {"CarSpeedChangeSignal 51", "RaiseVWSteeringWheelAngelChangeSignal 0x84 0x0E", "OnDateInfoChangeSignal 1"}) {
+    Emit(line);
+  }
+  simulator_->Signal(SIGKILL);
+  simulator_->Wait();
+  Start();
+  for (Process* const process : {value.get(), told.get(), event.get(), back.get()}) EXPECT_EQ(0, process->Wait());
+  EXPECT_EQ("{\"misc.car_speed\":{\"value\":51,\"text\":\"51\",\"unit\":null}}\n", value->Out());
+  EXPECT_THAT(told->Out(), HasSubstr("OnRaiseVWSteeringWheelAngelChange  steering_angle: 100 %"));
+  EXPECT_THAT(Ctl("wait-for power.screen=off --timeout 0.1").err,
+              HasSubstr("the time is up: power.screen=off; it is on"));
+}
+
+TEST_F(HlxctlTest, Records) {
+  Start();
+  const auto recorder = Begin("record /tmp/capture.jsonl --interval 20");
+  Emit("ScreenLightLevelChangedSignal 1 9");
+  EXPECT_EQ(0, Ctl("power set gamma 12").code);
+  EXPECT_EQ(0, Ctl("wait-for power.gamma=12").code);
+  usleep(100000);
+  recorder->Signal(SIGINT);
+  EXPECT_EQ(0, recorder->Wait());
+  std::ifstream file("/tmp/capture.jsonl");
+  std::string text;
+  for (std::string line; std::getline(file, line); text += line) documents += "capture\t" + line + "\n";
+  for (const char* const part :
+       {"\"can_protocol\":\"raise_toyota\",\"values\":{\"power.acc\":1,",
+        "\"signal\":\"ScreenLightLevelChangedSignal\",\"args\":[1,9]", "\"values\":{\"power.brightness_night\":9",
+        "\"call\":\"SetGammaValue\",\"args\":[12]", "\"power.gamma\":12"}) {
+    EXPECT_THAT(text, HasSubstr(part));
+  }
+  CtlJson("record /tmp/capture.jsonl --timeout 0.1", "record");
+  const Result full = Ctl("record /dev/full");
+  EXPECT_EQ(kExitInternal, full.code);
+  EXPECT_THAT(full.err, HasSubstr("'/dev/full': No space left on device after 0 lines, which are kept"));
+}
+
+TEST_F(HlxctlTest, EndsQuietlyWhenNobodyReads) {
+  Start();
+  const std::string closed =
+      "import os, subprocess, sys; r, w = os.pipe(); os.close(r);"
+      "sys.exit(subprocess.run(sys.argv[1:], stdout=w).returncode)";
+  for (const char* const line : {"", "power", "get power.acc", "names", "--help", "monitor", "listen",
+                                 "power set gamma 1", "wait-for power.acc=on"}) {
+    std::vector<std::string> words = Split(line);
+    words.insert(words.begin(), {"python3", "-c", closed, kTool});
+    const Result result = Execute(words);
+    EXPECT_EQ(kExitClosedPipe, result.code) << line;
+    EXPECT_THAT(result.err, testing::AnyOf("", HasSubstr("listening"))) << line;
+  }
+  EXPECT_EQ(kExitInternal, Execute({"sh", "-c", std::string(kTool) + " power >/dev/full"}).code);
+}
+
+}  // namespace

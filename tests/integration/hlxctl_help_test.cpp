@@ -1,0 +1,91 @@
+// hlxctl: help, documents and the check of packages.
+#include <regex>
+
+#include "tests/support/Hlxctl.h"
+
+namespace {
+
+/// Exit code | packages.
+constexpr char kOutcomes[] = R"(
+0 | good same newer long-line escaping ; 13 | can-file ; 14 | bad-checksum no-checksum ; 16 | wrong-hardware
+15 | older rubbish empty-version-file symbolic-link ; 17 | wrong-project any-project ; 18 | no-package
+19 | truncated no-version-file)";
+
+TEST_F(HlxctlTest, ChecksPackages) {
+  const std::string packages = "/tmp/set of 'packages'; exit";  // a name that no shell may see
+  ASSERT_EQ(0, Execute({HLX_SOURCE_DIR "/tests/packages/make-packages", packages}).code);
+  const auto check = [&packages](const std::string& name, const char* option = "-v") {
+    return Execute({kTool, option, "update", "check", std::string(packages).append("/").append(name)});
+  };
+  EXPECT_EQ(20, check("good").code);
+  std::filesystem::create_directories("/app/etc");
+  std::filesystem::copy_file(packages + "/unit-version.conf", "/app/etc/sys_version.conf");
+  for (const auto& row : Rows(kOutcomes)) {
+    const int code = std::stoi(row[0]);
+    for (const std::string& name : Split(row[1])) {
+      const Result result = check(name, "--json");
+      documents += "check\t" + result.out;
+      EXPECT_EQ(code, result.code) << name << result.err;
+      EXPECT_EQ(code == 0 ? json(1) : code < 18 ? json(code - 10) : json(), json::parse(result.out)["listeners_get"]);
+    }
+  }
+  EXPECT_THAT(check("older").out, HasSubstr("software    failed   unit \"V1.2.3.4\" <= package \"V1.2.2.9\"\n"));
+  std::ofstream("/app/etc/sys_version.conf") << "ARM Version:V1.0\nHardware Version:V1.0.3\nProject Name:T268ZF\n";
+  EXPECT_EQ(0, check("any-project").code);
+  for (const auto& entry : std::filesystem::directory_iterator("/tmp")) {
+    EXPECT_EQ(std::string::npos, entry.path().string().find("/hlxctl-")) << "left behind";
+  }
+  for (int record = 0; record < 4; ++record) EXPECT_EQ(-1, Segments::Id(record));
+}
+
+/// The commands of the examples in `text`: "    hlxctl get power.screen  # what it is", also behind a "$ " or a path;
+/// not those with placeholders.
+std::vector<std::string> Examples(const std::string& text) {
+  std::vector<std::string> examples;
+  const std::regex example(R"(\n +(?:\$ )?(?:\S+/)?hlxctl ([a-z](?: ?[^ \n#])*)(?=  |\n| +#))");
+  const std::regex placeholder(R"([A-Z]{3}|\[|…)");
+  for (std::sregex_iterator i(text.begin(), text.end(), example); i != std::sregex_iterator(); ++i) {
+    const std::string command = (*i)[1];
+    if (!std::regex_search(command, placeholder)) examples.push_back(command);
+  }
+  return examples;
+}
+
+TEST_F(HlxctlTest, EveryExampleRuns) {
+  Start();
+  const std::string package = "/media/usbstorage0";
+  ASSERT_EQ(0, Execute({HLX_SOURCE_DIR "/tests/packages/make-packages", "/tmp/packages"}).code);
+  std::filesystem::create_directory_symlink("/tmp/packages/good", package);
+  std::filesystem::create_directories("/app/etc");
+  std::filesystem::copy_file("/tmp/packages/unit-version.conf", "/app/etc/sys_version.conf");
+  std::string text = Ctl("--help").out;
+  const std::regex verb(R"(\n  ([a-z-]+)  )");
+  const std::string help = text;
+  for (std::sregex_iterator i(help.begin(), help.end(), verb); i != std::sregex_iterator(); ++i) {
+    text += Ctl((*i)[1].str() + " --help").out;
+  }
+  const std::size_t in_help = Examples(text).size();
+  for (const char* const file : {"README.md", "docs/hlxctl.md"}) {
+    std::stringstream content;
+    content << std::ifstream(std::string(HLX_SOURCE_DIR "/") + file).rdbuf();
+    text += content.str();
+  }
+  const std::vector<std::string> examples = Examples(text);
+  EXPECT_LT(30U, in_help);
+  EXPECT_LT(in_help + 15, examples.size());
+  for (const std::string& example : examples) {
+    // What goes on is interrupted; what draws gets a terminal.
+    const Result result = Execute({"script", "-qec",
+                                   "hlxctl() { timeout --foreground --preserve-status -s INT 0.3 " +
+                                       std::string(kTool) + " \"$@\"; }; cd /tmp; hlxctl " + example,
+                                   "/dev/null"});
+    EXPECT_THAT(result.code, testing::AnyOf(0, 130)) << example << "\n" << result.out;
+  }
+  // The list of exit codes is the same everywhere.
+  for (const ExitCodeRow& row : kExitCodes) {
+    EXPECT_THAT(help, HasSubstr(std::to_string(row.code) + "  " + row.meaning));
+    EXPECT_THAT(text, HasSubstr("| " + std::to_string(row.code) + " | " + row.meaning + " |"));
+  }
+}
+
+}  // namespace

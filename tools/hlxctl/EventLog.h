@@ -1,0 +1,45 @@
+/// Events as lines, for people and for programs.
+#pragma once
+
+#include <mutex>
+
+#include "catalog/Catalog.h"
+#include "tools/hlxctl/Request.h"
+
+class Loop;
+
+namespace catalog {
+struct Event;
+}
+
+class EventLog {
+ public:
+  /// `request.count` events end `loop`, as does what goes wrong when writing.
+  EventLog(const Request& request, Loop& loop);
+
+  /// Callable from the library's threads, too.
+  void Write(const catalog::Event& event);
+
+  /// The service's name has got or lost its owner. Does not count as an event.
+  void WriteService(bool there);
+
+  unsigned Count() const { return count_; }
+
+ private:
+  std::string When() const;
+  void WriteLine(const char* area, const char* event, const std::string& what);
+  void WriteJson(const char* area, const char* event, const Json& values);
+  void WriteReadings(const catalog::Event& event);
+
+  const Request& request_;
+  Loop& loop_;
+  const int64_t start_;
+  std::mutex mutex_;
+  unsigned count_ = 0;
+};
+
+/// "2024-02-29 23:59:30.123"
+std::string TimeStamp();
+
+/// "2024-02-29T23:59:30.123456+01:00"
+std::string JsonTimeStamp();

@@ -1,8 +1,0 @@
-#pragma once
-
-#include <memory>
-
-class EventLog;
-
-/// Listens to all vehicle events.
-std::shared_ptr<void> ListenToMisc(EventLog& log);

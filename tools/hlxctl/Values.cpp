@@ -1,0 +1,66 @@
+#include "tools/hlxctl/Values.h"
+
+#include <nlohmann/json.hpp>
+#include <stdexcept>
+
+#include "tools/hlxctl/Wire.h"
+#include "tools/hlxctl/Zones.h"
+
+using catalog::Reading;
+using catalog::Scalar;
+
+namespace {
+
+constexpr std::size_t kShortList = 12;
+
+bool IsZone(const Reading& reading) { return reading.kind == Reading::Kind::kZone; }
+
+}  // namespace
+
+const catalog::Value& ValueNamed(const std::string& name) {
+  const catalog::Value* const value = catalog::FindValue(name);
+  if (value != nullptr) return *value;
+  throw std::invalid_argument("there is no value '" + name + "'" + Suggest(catalog::NearestValues(name)));
+}
+
+std::string Bare(const Reading& reading, const Scalar& scalar) {
+  const auto* const whole = std::get_if<int64_t>(&scalar);
+  return Printable(whole != nullptr && IsZone(reading) ? ZoneName(*whole) : catalog::InWords(reading, scalar));
+}
+
+std::string ForPeople(const Reading& reading, const Scalar& scalar) {
+  const std::string text = Bare(reading, scalar);
+  if (text.empty()) return "–";
+  return *reading.unit == '\0' ? text : text + " " + reading.unit;
+}
+
+Json ToJson(const Scalar& scalar) {
+  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return *whole;
+  if (const auto* const number = std::get_if<double>(&scalar)) return wire::Number(*number);
+  if (const auto* const text = std::get_if<std::string>(&scalar)) return *text;
+  return nullptr;
+}
+
+Json ToJson(const Reading& reading, const Scalar& scalar) {
+  const Json value = ToJson(scalar);
+  const Json unit = *reading.unit == '\0' ? Json() : Json(reading.unit);
+  return {{"value", value}, {"text", value.is_null() ? Json() : Json(Bare(reading, scalar))}, {"unit", unit}};
+}
+
+Scalar ParseValue(const Reading& reading, const std::string& text) {
+  return IsZone(reading) ? Scalar(int64_t{ZoneNamed(text)}) : catalog::Parse(reading, text);
+}
+
+std::string Suggest(const std::vector<std::string>& nearest) {
+  std::string text;
+  for (const std::string& name : nearest) text.append(text.empty() ? "; did you mean " : " or ") += "'" + name + "'";
+  return text.empty() ? text : text + "?";
+}
+
+std::string DidYouMean(const std::string& wrong, const std::vector<std::string>& right) {
+  const std::string suggestion = Suggest(catalog::Nearest(wrong, right));
+  if (!suggestion.empty() || right.size() > kShortList) return suggestion;
+  std::string list;
+  for (const std::string& name : right) list.append(list.empty() ? "; there are: " : ", ") += name;
+  return list;
+}
