@@ -1,6 +1,8 @@
 /// The values of the time, info and update clients.
 #pragma once
 
+#include <cmath>
+
 #include "catalog/Rows.h"
 
 namespace catalog::rows {
@@ -97,7 +99,7 @@ Scalar Extent(const Clients& clients) {
   Size width = 0;
   (In<I>(clients).*Function)(height, width);
   if (height == 0 || width == 0) return {};
-  const auto whole = [](Size size) { return std::to_string(static_cast<int64_t>(size + Size(0.5))); };
+  const auto whole = [](Size size) { return std::to_string(std::llround(size)); };
   return whole(width) + " x " + whole(height);
 }
 

@@ -31,7 +31,7 @@ std::string Fixed(double number, int digits) {
 std::string WordFor(const Reading& reading, int64_t value) {
   const int64_t flag = value > 0 || (value < 0 && FindWord(reading.words, -1) == nullptr) ? 1 : (value < 0 ? -1 : 0);
   if (const Word* const word = FindWord(reading.words, reading.kind == Kind::kFlag ? flag : value)) return word->word;
-  const std::string number = std::to_string(value);
+  std::string number = std::to_string(value);
   if (reading.kind == Kind::kNamed) return "unnamed (" + number + ")";
   if (reading.kind != Kind::kCode && reading.kind != Kind::kBits) return number;
   char text[32];

@@ -110,7 +110,7 @@ constexpr Value Make(Area area, const char* group, Field field, Getter getter, c
   const bool is_signed = getter.is_signed || reading.kind == Reading::Kind::kNamed;
   if (field.type == FieldType::kU32 && is_signed) field.type = FieldType::kS32;
   const bool settable = field.record != Record::kNone;
-  return {area, name, label, group, Limited(reading, field.type), field, getter, announced, settable};
+  return {area, settable, name, label, group, Limited(reading, field.type), field, getter, announced};
 }
 
 /// A value that the simulated unit's own clock or another field decides.

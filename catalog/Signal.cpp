@@ -22,9 +22,9 @@ bool IsMeant(const Value& value, const std::vector<Scalar>& arguments) {
 
 /// Arguments that are no value of their own: what they choose, or the box's own bytes.
 struct SpecialArgument {
-  const char* signal;
-  int index;
-  Reading reading;
+  const char* signal = "";
+  int index = 0;
+  Reading reading = {};
 };
 constexpr Reading kLight = Named(words::kLight);
 constexpr Reading kSeats = Named(words::kSeat);

@@ -8,10 +8,11 @@
 namespace catalog {
 
 struct Signal {
-  Area area;
-  const char* name;          ///< on D-Bus: "AccStateChangeSignal"
-  const char* arguments;     ///< D-Bus types: "yy"
-  const char* callbacks[3];  ///< of the listener interface, null behind the last; which of several, the client decides
+  Area area = Area::kPower;
+  const char* name = "";       ///< on D-Bus: "AccStateChangeSignal"
+  const char* arguments = "";  ///< D-Bus types: "yy"
+  const char* callbacks[3] =
+      {};  ///< of the listener interface, null behind the last; which of several, the client decides
 };
 
 /// All 76, in the order of the interface's description.

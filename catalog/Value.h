@@ -91,6 +91,7 @@ struct Announcement {
 
 struct Value {
   Area area = Area::kPower;
+  bool settable = false;   ///< whether the simulated unit lets it be set
   const char* name = "";   ///< snake_case, unique in the area; with it "power.acc"
   const char* label = "";  ///< for people: "ACC"
   const char* group = "";  ///< heading under which it is shown
@@ -98,7 +99,6 @@ struct Value {
   Field field = {};
   Getter getter = {};
   Announcement announced = {};
-  bool settable = false;  ///< whether the simulated unit lets it be set
 
   /// "power.acc"
   std::string FullName() const { return std::string(NameOf(area)) + "." + name; }

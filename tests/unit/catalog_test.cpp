@@ -334,6 +334,30 @@ TEST(Catalog, ReadsWhatPeopleType) {
   }
 }
 
+TEST(Catalog, EventsCarryTheNamesOfValues) {
+  std::vector<std::string> told;
+  EveryEvent listener([&told](const Event& event) {
+    std::string text = NameOf(event.area) + std::string(" ") + event.callback;
+    for (const EventArgument& argument : event.arguments) {
+      text += " " + argument.name + "=" + WithUnit(argument.reading, argument.scalar);
+    }
+    told.push_back(text);
+  });
+  listener.OnDetectValidUpdateFileNotify(HLXUpdate::UPDATE_NOTIFY_VALID);
+  listener.OnScreenLightLevelChanged(static_cast<HLXPower::LightType>(7), 40);
+  listener.OnGeneralLeftTempChange(SystemMisc::SEAT_TYPE_REAR, 21.5);
+  listener.OnDoorStateChange({{SystemMisc::DOOR_TRUNK, 1}, {static_cast<SystemMisc::DoorState>(9), 1}});
+  listener.OnRaiseGacAcStateChange({});
+  SystemTime::DateTime now{{2024, 2, 29, 4}, {23, 59, 30}};
+  listener.OnDateInfoChange(now);
+  EXPECT_THAT(told,
+              testing::ElementsAre("update OnDetectValidUpdateFileNotify search_result=valid",
+                                   "power OnScreenLightLevelChanged light=unnamed (7) brightness_night=40",
+                                   "misc OnGeneralLeftTempChange seats=rear rear_left_temperature=21.5 °",
+                                   "misc OnDoorStateChange door_trunk=open switch_9=1", "misc OnRaiseGacAcStateChange",
+                                   "time OnDateInfoChange date=2024-02-29 weekday=Thursday time=23:59:30"));
+}
+
 TEST(Catalog, KnowsTheNearestNames) {
   EXPECT_THAT(NearestValues("power.ac"), testing::Contains("power.acc"));
   EXPECT_THAT(NearestValues("misc.dor_trunk"), testing::Contains("misc.door_trunk"));
