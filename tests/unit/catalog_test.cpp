@@ -115,6 +115,20 @@ TEST(Catalog, CoversEveryFieldOfTheRecords) {
   EXPECT_THAT(reserved, IsEmpty());
 }
 
+TEST(Catalog, HasAWordForEachEnumerator) {
+  const std::string rows =
+      FileText("catalog/Words.h") + FileText("catalog/Switches.h") + FileText("catalog/MiscValues.h");
+  int enumerators = 0;
+  for (const char* const header : {"HLXPowerTypes.h", "HLXMiscTypes.h", "HLXInfoTypes.h", "HLXUpdateTypes.h"}) {
+    const std::string text = FileText(std::string("include/") + header);
+    for (const std::smatch& found : FindAll(text, R"(\n  ([A-Z][A-Z0-9_]+) = \d+,)")) {
+      EXPECT_NE(rows.find(found.str(1)), std::string::npos) << found[1];
+      ++enumerators;
+    }
+  }
+  EXPECT_GT(enumerators, 150);
+}
+
 TEST(Catalog, RowsAreComplete) {
   Names names;
   for (const Value& value : Values()) {

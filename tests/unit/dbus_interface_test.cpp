@@ -113,7 +113,7 @@ TEST(DBusInterface, HasItsGLibSignals) {
     EXPECT_NE(g_signal_lookup(name.c_str(), TYPE_COM_VORN_LINUX_SYSTEM), 0U) << name;
   guint count = 0;
   g_free(g_signal_list_ids(TYPE_COM_VORN_LINUX_SYSTEM, &count));
-  EXPECT_EQ(count, 130U);
+  EXPECT_EQ(count, names.size());
 }
 
 }  // namespace
