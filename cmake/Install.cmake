@@ -34,7 +34,8 @@ endforeach()
 # Documents, examples to copy, and units for those who want the simulator, or an application, started by systemd.
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
-install(DIRECTORY examples packaging/dbus DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
+install(DIRECTORY examples/ packaging/dbus DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
+        REGEX "/examples/CMakeLists.txt$" EXCLUDE)
 install(FILES platform/host/platform.conf.sample DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 if(HLX_BUILD_TOOLS)
   install(FILES packaging/systemd/hlx-simulator.service packaging/systemd/hlx-application@.service

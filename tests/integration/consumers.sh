@@ -25,7 +25,7 @@ done
 
 expect() { # OUTPUT PROGRAM
   local output
-  output=$(LD_LIBRARY_PATH=$libdir "$2")
+  output=$(LD_LIBRARY_PATH=$libdir "$2" 2>"$scratch/errors")
   [ "$output" = "$1" ] || { echo "$2: expected \"$1\", got \"$output\"" >&2; exit 1; }
 }
 export PKG_CONFIG_PATH=$libdir/pkgconfig CXXFLAGS="-Wall -Wextra -Wpedantic -Werror"
@@ -37,7 +37,7 @@ for compilers in "g++ gcc" "clang++ clang"; do
   for standard in 11 17; do
     tree=$scratch/$CXX-$standard
     cmake -G Ninja -S "$source/examples/consumer" -B "$tree" -DCMAKE_PREFIX_PATH="$moved" -DCMAKE_CXX_STANDARD=$standard \
-      --log-level=WARNING
+      --log-level=WARNING >/dev/null
     cmake --build "$tree" >"$tree/log" || { cat "$tree/log" >&2; exit 1; }
     # shellcheck disable=SC2086 # flags are words
     {
@@ -53,7 +53,7 @@ for compilers in "g++ gcc" "clang++ clang"; do
 done
 
 # An event arrives in Qt's event loop, and a command from its worker at the service.
-cmake -G Ninja -S "$source/examples/qt" -B "$scratch/qt" -DCMAKE_PREFIX_PATH="$moved" --log-level=WARNING
+cmake -G Ninja -S "$source/examples/qt" -B "$scratch/qt" -DCMAKE_PREFIX_PATH="$moved" --log-level=WARNING >/dev/null
 cmake --build "$scratch/qt" >/dev/null
 trap 'kill $(jobs -p) 2>/dev/null; rm -rf "$scratch"' EXIT
 "$moved/bin/hlx-simulator" >"$scratch/service" 2>&1 &
