@@ -1,7 +1,7 @@
 // A status bar in Qt 6 Widgets, with a slider that dims the screen.
 //
-// On Linux Qt's event loop iterates GLib's default main context, so that the library's events arrive on the thread of the
-// widgets, with nothing to be done for it. (Not so with QT_NO_GLIB set, or with a Qt that was built without GLib.)
+// On Linux Qt's event loop iterates GLib's default main context, so that the library's events arrive on the thread of
+// the widgets, with nothing to be done for it. (Not so with QT_NO_GLIB set, or with a Qt that was built without GLib.)
 // Commands block for a round trip: they are sent from a worker, and what came of them returns to the window's thread.
 #include <HLXListenerBase.h>
 #include <HLXSystemProxy.h>
