@@ -63,8 +63,7 @@ class HostConfigs : public LibConfigs {
   }
 
   void Refresh() {
-    const std::string named = host::Environment("HLX_HOST_CONFIG");
-    const std::string path = named.empty() ? std::string(g_get_user_config_dir()) + "/hlx/platform.conf" : named;
+    const std::string path = host::ConfigFile();
     struct stat status {};
     Version version;
     if (stat(path.c_str(), &status) == 0) version = {status.st_mtim, status.st_ino, status.st_size};
@@ -77,7 +76,8 @@ class HostConfigs : public LibConfigs {
     if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &error)) return;
     file_.reset(g_key_file_new());
     // Without a file of that name the defaults are meant, unless somebody asked for this very file.
-    if (named.empty() && g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT)) return;
+    if (host::Environment("HLX_HOST_CONFIG").empty() && g_error_matches(error, G_FILE_ERROR, G_FILE_ERROR_NOENT))
+      return;
     HLX_HOST_COMPLAIN("configuration file %s: %s; no key is set", path.c_str(), error->message);
   }
 

@@ -19,4 +19,10 @@ inline std::string StateDirectory() {
   return named.empty() ? std::string(g_get_user_state_dir()) + "/hlx" : named;
 }
 
+/// The configuration file: HLX_HOST_CONFIG, else hlx/platform.conf below XDG_CONFIG_HOME.
+inline std::string ConfigFile() {
+  const std::string named = Environment("HLX_HOST_CONFIG");
+  return named.empty() ? std::string(g_get_user_config_dir()) + "/hlx/platform.conf" : named;
+}
+
 }  // namespace host

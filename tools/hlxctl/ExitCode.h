@@ -9,6 +9,7 @@ enum ExitCode : int {
   kExitCallFailed = 4,
   kExitNotConfirmed = 5,
   kExitTimeUp = 6,
+  kExitUnhealthy = 7,
   kExitPackage = 10,  ///< "update check": 10 and the outcome
   kExitClosedPipe = 141,
 };
@@ -26,6 +27,7 @@ constexpr ExitCodeRow kExitCodes[] = {
     {kExitCallFailed, "the service refused the command or went away during it"},
     {kExitNotConfirmed, "a command that asks first was not confirmed"},
     {kExitTimeUp, "\"wait-for\" and \"monitor --count\": the time was up first"},
+    {kExitUnhealthy, "\"doctor\" found a failure"},
     {13, "\"update check\": a file for the CAN box, nothing else was examined"},
     {14, "\"update check\": wrong checksum, or none"},
     {15, "\"update check\": older than the unit"},

@@ -84,6 +84,8 @@ void AddRecord(CLI::App& app, Request& request, Ahead /*ahead*/) {
   Does(app, request, Record);
 }
 
+void AddDoctor(CLI::App& app, Request& request, Ahead /*ahead*/) { Does(app, request, Doctor); }
+
 void AddCall(CLI::App& app, Request& request, Ahead /*ahead*/) {
   app.add_option("method", request.words, "And its arguments; a record (signature v) is its numbers, with commas")
       ->required()
@@ -225,6 +227,11 @@ const std::vector<Verb>& Verbs() {
        "What a value, a signal, a field, a getter is called elsewhere",
        AddNames,
        {{"names", "everything"}, {"names brightness", "what has to do with brightness"}}},
+      {"doctor",
+       kFind,
+       "Why does it not work: bus, service, records, machine",
+       AddDoctor,
+       {{"doctor", "one line per check, and what to do"}}},
       {"monitor",
        kFollow,
        "Print events as they come",

@@ -55,7 +55,7 @@ std::string Ascii(std::string text) {
   constexpr struct {
     std::string_view sign;
     std::string_view ascii;
-  } kSigns[] = {{"–", "-"}, {"°", "deg "}, {"…", "..."}};
+  } kSigns[] = {{"–", "-"}, {"°", "deg "}, {"…", "..."}, {"→", "->"}};
   for (const auto& [sign, ascii] : kSigns) {
     for (std::size_t at; (at = text.find(sign)) != std::string::npos;) text.replace(at, sign.size(), ascii);
   }

@@ -20,6 +20,7 @@ int Monitor(const Request& request);
 int WaitFor(const Request& request);
 int Watch(const Request& request);
 int Record(const Request& request);
+int Doctor(const Request& request);
 /// Any method of the interface, on the bare bus.
 int Call(const Request& request);
 /// The bare signals as they come.
