@@ -5,18 +5,22 @@
 
 #include <memory>
 
+typedef struct _ComVornLinuxSystem ComVornLinuxSystem;  // NOLINT(modernize-use-using): as in the generated header
+
+/// One row for each type: a type without a row does not compile.
 struct GLibDeleter {
-  void operator()(GError* error) const { g_error_free(error); }
-  void operator()(GVariant* variant) const { g_variant_unref(variant); }
-  void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
-  void operator()(GMainContext* context) const { g_main_context_unref(context); }
+  void operator()(ComVornLinuxSystem* object) const { g_object_unref(object); }
   void operator()(gchar* text) const { g_free(text); }
-  template <class Object>
-  void operator()(Object* object) const {
-    g_object_unref(object);
-  }
+  void operator()(GDateTime* time) const { g_date_time_unref(time); }
+  void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
+  void operator()(GDBusInterfaceSkeleton* skeleton) const { g_object_unref(skeleton); }
+  void operator()(GError* error) const { g_error_free(error); }
+  void operator()(GKeyFile* file) const { g_key_file_unref(file); }
+  void operator()(GMainContext* context) const { g_main_context_unref(context); }
+  void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+  void operator()(GTimeZone* zone) const { g_time_zone_unref(zone); }
+  void operator()(GVariant* variant) const { g_variant_unref(variant); }
 };
 
-/// Also for any GObject type: GLibPtr<GDBusConnection>.
 template <class T>
 using GLibPtr = std::unique_ptr<T, GLibDeleter>;

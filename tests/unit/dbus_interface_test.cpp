@@ -5,6 +5,7 @@
 #include <regex>
 #include <sstream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "dbus/GLibPtr.h"
@@ -102,6 +103,15 @@ TEST(DBusInterface, IsTheWireContract) {
   g_dbus_interface_info_generate_xml(info, 0, xml);
   const GLibPtr<gchar> text(g_string_free(xml, FALSE));
   for (const char* unwanted : {"<annotation", "<property"}) EXPECT_EQ(strstr(text.get(), unwanted), nullptr);
+}
+
+static_assert(!std::is_invocable_v<GLibDeleter, GHashTable*>, "no row, no pointer");
+
+TEST(GLibPtr, FreesWhatIsNoObject) {
+  const GLibPtr<GTimeZone> zone(g_time_zone_new_utc());
+  const GLibPtr<GDateTime> time(g_date_time_new(zone.get(), 2026, 1, 1, 0, 0, 0));
+  const GLibPtr<GKeyFile> file(g_key_file_new());
+  EXPECT_EQ(g_date_time_get_year(time.get()), 2026);
 }
 
 TEST(DBusInterface, HasItsGLibSignals) {
