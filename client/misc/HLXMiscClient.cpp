@@ -1,8 +1,8 @@
 #include "client/misc/HLXMiscClient.h"
 
-#include <cstdlib>
 #include <utility>
 
+#include "client/DispatchGate.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/misc/StateBits.h"
 #include "data/SharedField.h"
@@ -30,7 +30,7 @@ HLXMiscClient::HLXMiscClient(std::shared_ptr<ClientIpcAdapter> adapter)
       data_(MapRecord<HLXSystemData::MiscShmData>()) {
   if (data_ == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!");
-    std::exit(2);
+    DispatchGate::Exit(2);
   }
   InitMiscShmData(data_);
 }

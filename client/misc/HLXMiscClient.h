@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <map>
 #include <memory>
 #include <string>
@@ -143,9 +144,8 @@ class HLXMiscClient : public IHLXSystemMisc, public MiscShmDataBase {
 
   std::shared_ptr<ClientIpcAdapter> adapter_;
   HLXSystemData::MiscShmData* data_;
-  SpeakerStates speakers_;
-  // What the last event of each kind said, to tell what changed.
-  unsigned char last_ac_ = 0;
-  unsigned char last_door_ = 0;
-  unsigned char last_air_mode_ = 0;
+  // What the last event of each kind said, to tell what changed. After two starts events may come on two threads.
+  std::atomic<unsigned char> last_ac_{0};
+  std::atomic<unsigned char> last_door_{0};
+  std::atomic<unsigned char> last_air_mode_{0};
 };

@@ -69,13 +69,13 @@ constexpr int kFirstAirModeBit = 4;
 void HLXMiscClient::OnAcStateChange(unsigned char state) {
   std::map<Raise_Renault_ACState, int> renault;
   std::map<ACState, int> general;
+  const unsigned char last = last_ac_.exchange(state);
   if (CanProtocol() == kRenault) {
-    renault = Changes<Raise_Renault_ACState>(state, last_ac_);
+    renault = Changes<Raise_Renault_ACState>(state, last);
   } else {
-    general = Changes<ACState>(state, last_ac_);
+    general = Changes<ACState>(state, last);
   }
   StoreIfChanged(data_->ac_state_bits, state);
-  last_ac_ = state;
   // Asked again: the protocol may have changed in between, and the other map is then empty.
   if (CanProtocol() == kRenault) {
     Notify(&IHLXSystemMiscListener::OnRaiseRenaultAcStateChange, renault);
@@ -100,15 +100,15 @@ void HLXMiscClient::OnRaiseGacAcStateChange(unsigned char one, unsigned char two
 
 void HLXMiscClient::OnSimpleAirModeChange(unsigned char mode) {
   std::map<SimpleAirMode, int> modes;
+  const unsigned char last = last_air_mode_.exchange(mode);
   if (CanProtocol() == kRenault) {
     modes.insert(std::begin(kRenaultFixedAirMode), std::end(kRenaultFixedAirMode));
     Read(mode, kRenaultAirMode, modes);
   } else {
-    modes = Changes<SimpleAirMode>(mode, last_air_mode_, kFirstAirModeBit);
+    modes = Changes<SimpleAirMode>(mode, last, kFirstAirModeBit);
     for (const auto& [bit, on] : modes) HLX_LOG_INFO("airMode[%d] change:%d", bit, on);
   }
   StoreIfChanged(data_->simple_air_mode_bits, mode);
-  last_air_mode_ = mode;
   Notify(&IHLXSystemMiscListener::OnSimpleAirModeChange, modes);
 }
 

@@ -36,16 +36,15 @@ void HLXMiscClient::ReadSpeakers(SpeakerStates& states) const {
 }
 
 void HLXMiscClient::OnSpeakerStateChange() {
-  ReadSpeakers(speakers_);
-  const SpeakerStates states = speakers_;
+  SpeakerStates states;
+  ReadSpeakers(states);
   Notify(&IHLXSystemMiscListener::OnSpeakerStateChange, states);
 }
 
 void HLXMiscClient::OnDoorStateChange(unsigned char state) {
-  const std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_, kFirstReportedDoor);
+  const std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_.exchange(state), kFirstReportedDoor);
   for (const auto& [door, open] : changes) HLX_LOG_DEBUG("doorState[%d] change:%d", door, open);
   StoreIfChanged(data_->door_state_bits, state);
-  last_door_ = state;
   Notify(&IHLXSystemMiscListener::OnDoorStateChange, changes);
 }
 

@@ -1,9 +1,9 @@
 #include "client/time/HLXTimeClient.h"
 
 #include <cstdint>
-#include <cstdlib>
 #include <utility>
 
+#include "client/DispatchGate.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/time/TimeRecord.h"
 #include "platform/HLXLog.h"
@@ -19,7 +19,7 @@ HLXTimeClient::HLXTimeClient(std::shared_ptr<ClientIpcAdapter> adapter)
       time_data(MapRecord<HLXSystemData::TimeShmData>()) {
   if (time_data == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_TIME_DATA_KEY_ID fail.Exit!!");
-    std::exit(2);
+    DispatchGate::Exit(2);
   }
   InitTimeShmData(time_data);
   InitSystemTime();
@@ -68,13 +68,11 @@ void HLXTimeClient::OnExternalMcuTimeChange(unsigned char /*parm*/) {
   Notify(&IHLXSystemTimeListener::OnExternalMcuTimeChange, vehicle);
 
   const int mode = Load(time_data->ext_mcu_can_time_24_mode);
-  if (mode != ext_mcu_time_24_mode_cache) {
-    ext_mcu_time_24_mode_cache = mode;
+  if (ext_mcu_time_24_mode_cache.exchange(mode) != mode) {
     Notify(&IHLXSystemTimeListener::OnExternalMcu24TimeModeChange, mode);
   }
   const unsigned char zone = Load(time_data->ext_mcu_can_time_zone);
-  if (zone != ext_mcu_time_zone_cache) {
-    ext_mcu_time_zone_cache = zone;
+  if (ext_mcu_time_zone_cache.exchange(zone) != zone) {
     Notify(&IHLXSystemTimeListener::OnExternalMcuTimeZoneChange, zone);
   }
 }

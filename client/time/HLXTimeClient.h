@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <memory>
 
 #include "IHLXSystemTime.h"
@@ -56,6 +57,7 @@ class HLXTimeClient : public IHLXSystemTime, public TimeShmDataBase {
  private:
   std::shared_ptr<ClientIpcAdapter> ipc_adapter;
   HLXSystemData::TimeShmData* time_data;
-  int ext_mcu_time_24_mode_cache = 0;
-  unsigned char ext_mcu_time_zone_cache = 0;
+  // What the last event said. After two starts events may come on two threads.
+  std::atomic<int> ext_mcu_time_24_mode_cache{0};
+  std::atomic<unsigned char> ext_mcu_time_zone_cache{0};
 };
