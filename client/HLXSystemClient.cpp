@@ -1,7 +1,8 @@
 #include "client/HLXSystemClient.h"
 
+#include "client/DispatchGate.h"
+#include "client/dispatch/SignalDispatch.h"
 #include "client/info/HLXInfoClient.h"
-#include "client/ipc/ClientIpcAdapter.h"
 #include "client/misc/HLXMiscClient.h"
 #include "client/power/HLXPowerClient.h"
 #include "client/time/HLXTimeClient.h"
@@ -19,11 +20,10 @@ void Delete(std::atomic<Client*>& slot) {
 
 }  // namespace
 
-HLXSystemClient::HLXSystemClient() : adapter_(std::make_shared<ClientIpcAdapter>()) { HLX_LOG_INFO("%s()", __func__); }
+HLXSystemClient::HLXSystemClient() : adapter_(std::make_shared<SignalDispatch>()) { HLX_LOG_INFO("%s()", __func__); }
 
 HLXSystemClient::~HLXSystemClient() {
   HLX_LOG_INFO("%s()", __func__);
-  StopDispatch();
   Delete(update_client_);
   Delete(power_client_);
   Delete(misc_client_);
@@ -36,12 +36,18 @@ bool HLXSystemClient::StartService() {
   return adapter_->Init();
 }
 
-void HLXSystemClient::StopDispatch() { adapter_->StopDispatch(); }
+/// The events first, since one of them starts the searches.
+bool HLXSystemClient::StopCallbacks() {
+  if (!adapter_->StopDispatch()) return false;
+  HLXUpdateClient* const update = update_client_.load();
+  return update == nullptr || update->StopSearch();
+}
 
+/// Two threads that ask first at once get one client.
 template <class Client, class Make>
 Client* HLXSystemClient::Lazy(std::atomic<Client*>& slot, const Make& make) {
   if (Client* const made = slot.load()) return made;
-  const std::lock_guard<std::mutex> lock(making_);
+  const DispatchGate::Turn one_at_a_time(this);  // making one may end the process
   Client* client = slot.load();
   if (client == nullptr) {
     client = make();
@@ -50,7 +56,7 @@ Client* HLXSystemClient::Lazy(std::atomic<Client*>& slot, const Make& make) {
   return client;
 }
 
-/// A client with events: it shares the adapter, and the adapter delivers to it from now on.
+/// A client with events: it shares the adapter, which delivers to it from now on.
 template <class Client>
 Client* HLXSystemClient::GetEventClient(std::atomic<Client*>& slot) {
   return Lazy(slot, [this] {

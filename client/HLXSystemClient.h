@@ -2,14 +2,13 @@
 
 #include <atomic>
 #include <memory>
-#include <mutex>
 
-class ClientIpcAdapter;
 class HLXInfoClient;
 class HLXMiscClient;
 class HLXPowerClient;
 class HLXTimeClient;
 class HLXUpdateClient;
+class SignalDispatch;
 
 /// The process-wide facade: owns the connection and the clients, each made when it is first asked for.
 class HLXSystemClient {
@@ -21,8 +20,8 @@ class HLXSystemClient {
 
   bool StartService();
 
-  /// Ends the delivery of events; see ClientIpcAdapter::StopDispatch().
-  void StopDispatch();
+  /// Ends all callbacks, and waits for those that run on other threads. @return false when it must not wait
+  bool StopCallbacks();
 
   HLXInfoClient* GetInfoClient();
   HLXUpdateClient* GetUpdateClient();
@@ -36,11 +35,10 @@ class HLXSystemClient {
   template <class Client, class Make>
   Client* Lazy(std::atomic<Client*>& slot, const Make& make);
 
-  std::shared_ptr<ClientIpcAdapter> adapter_;
+  std::shared_ptr<SignalDispatch> adapter_;
   std::atomic<HLXPowerClient*> power_client_{nullptr};
   std::atomic<HLXMiscClient*> misc_client_{nullptr};
   std::atomic<HLXInfoClient*> info_client_{nullptr};
   std::atomic<HLXTimeClient*> time_client_{nullptr};
   std::atomic<HLXUpdateClient*> update_client_{nullptr};
-  std::mutex making_;  ///< two threads that ask first at once get one client
 };

@@ -5,9 +5,13 @@
 #include <memory>
 #include <mutex>
 
+#include "HLXVersion.h"
+#include "client/DispatchGate.h"
 #include "client/HLXSystemClient.h"
 #include "client/info/HLXInfoClient.h"
+#include "client/ipc/ClientIpcAdapter.h"
 #include "client/ipc/LastCallError.h"
+#include "client/ipc/ServiceConnection.h"
 #include "client/misc/HLXMiscClient.h"
 #include "client/power/HLXPowerClient.h"
 #include "client/time/HLXTimeClient.h"
@@ -34,10 +38,13 @@ class HLXSingleton {
     return *ms_pSingleton.load();
   }
 
+  /// Whatever calls back is stopped first, outside the lock that a callback takes when it asks for a client.
   static void Release() {
+    if (DispatchGate::Refused()) return;
+    const DispatchGate::Turn one_release_at_a_time(&ms_pSingleton);
+    HLXSystemClient* const client = ms_pSingleton.load();
+    if (client == nullptr || !client->StopCallbacks()) return;
     const std::lock_guard<HLXCriticalSection> lock(ms_cs);
-    // While a callback is waited for, it may still ask for clients: the pointer stays until none is running.
-    if (HLXSystemClient* const client = ms_pSingleton.load()) client->StopDispatch();
     delete ms_pSingleton.exchange(nullptr);
   }
 
@@ -59,3 +66,8 @@ IHLXSystemTime* HLX_GetSystemTimeProxy() { return HLXSingleton::Get().GetTimeCli
 IHLXSystemUpdate* HLX_GetSystemUpdateProxy() { return HLXSingleton::Get().GetUpdateClient(); }
 void HLX_ReleaseSystemProxy() { HLXSingleton::Release(); }
 const char* HLX_GetLastCallError() { return LastCallError::Text(); }
+bool HLX_SetCallTimeout(int milliseconds) { return ClientIpcAdapter::SetCallTimeout(milliseconds); }
+bool HLX_IsServiceConnected() { return ServiceConnection::IsConnected(); }
+void HLX_AddConnectionListener(IHLXConnectionListener* listener) { ServiceConnection::AddListener(listener); }
+void HLX_RemoveConnectionListener(IHLXConnectionListener* listener) { ServiceConnection::RemoveListener(listener); }
+const char* HLX_GetVersion() { return HLX_VERSION_STRING; }

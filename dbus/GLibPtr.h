@@ -14,6 +14,7 @@ struct GLibDeleter {
   void operator()(GDateTime* time) const { g_date_time_unref(time); }
   void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
   void operator()(GDBusInterfaceSkeleton* skeleton) const { g_object_unref(skeleton); }
+  void operator()(GDBusMessage* message) const { g_object_unref(message); }
   void operator()(GError* error) const { g_error_free(error); }
   void operator()(GKeyFile* file) const { g_key_file_unref(file); }
   void operator()(GMainContext* context) const { g_main_context_unref(context); }

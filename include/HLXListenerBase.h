@@ -1,6 +1,7 @@
 #ifndef HLX_LISTENER_BASE_H
 #define HLX_LISTENER_BASE_H
 
+#include "IHLXConnectionListener.h"
 #include "IHLXPowerListener.h"
 #include "IHLXSystemMiscListener.h"
 #include "IHLXSystemTimeListener.h"
@@ -104,6 +105,13 @@ class HLX_API HLXUpdateListenerBase : public IHLXUpdateListener {
   void OnMpuUpdateStateNotify(HLXUpdate::UpdateState) override {}
   void OnMcuUpdateProgressNotify(unsigned int) override {}
   void OnPackageStateChangeNotify(HLXUpdate::UpdatePackageState) override {}
+};
+
+class HLX_API HLXConnectionListenerBase : public IHLXConnectionListener {
+ public:
+  void OnServiceLost() override {}
+  void OnServiceBack() override {}
+  void OnBusLost() override {}
 };
 
 #endif

@@ -3,6 +3,7 @@
 #define HLX_SYSTEM_PROXY_H
 
 #include "HLXExport.h"
+#include "IHLXConnectionListener.h"
 #include "IHLXSystemInfo.h"
 #include "IHLXSystemMisc.h"
 #include "IHLXSystemPower.h"
@@ -37,15 +38,43 @@ HLX_API IHLXSystemUpdate* HLX_GetSystemUpdateProxy();
 
 /// Ends it all: waits for a callback that is running on another thread, disconnects from the service and deletes every
 /// client. Every pointer that was handed out dangles afterwards; shared memory stays mapped until the process ends.
-/// The next call of any other function starts afresh. Safe before any start and safe to repeat.
+/// The next call of any other function starts afresh. Safe before any start, safe to repeat, and from two threads at
+/// once.
 ///
-/// Must not be called from a listener callback (it would wait for itself), nor while another thread is inside any
-/// function of the library other than to run a callback.
+/// From inside a callback of the library, and in an exit handler while the library ends the process, it logs an ERROR
+/// and does nothing. It must not be called while another thread is inside any function of the library other than to run
+/// a callback; such a callback may go on asking for clients meanwhile, and gets those that exist.
 HLX_API void HLX_ReleaseSystemProxy();
 
-/// Why the newest failed command of the calling thread failed, as the bus or the service put it; null when none has
-/// failed yet. The text stays until the next failure on the same thread, so call it right after a command of interest.
-/// Most commands return nothing: this is how to learn that one of them did not arrive.
+/// Why the last command of the calling thread failed, as the bus or the service put it; null when it arrived. Each
+/// command clears the text when it begins. Most commands return nothing: this is how to learn that one of them did not
+/// arrive. For a command before the start the text says so, also where the command returns true.
 HLX_API const char* HLX_GetLastCallError();
+
+/// How long a command waits for its answer, in milliseconds, from the next command of any thread on, and until it is
+/// set again, also after a release; -1 (the default): the bus's own limit, about 25 seconds. A command whose time is up
+/// counts as failed, though the service may still carry it out. A start is not bounded. Callable from any thread.
+/// @return false, with nothing changed, for anything else below 1
+HLX_API bool HLX_SetCallTimeout(int milliseconds);
+
+/// Whether the service is on the bus, as far as the main loop of the events has heard; false before the first start.
+/// Commands reach it then; events come only after a start that returned true. Callable from any thread.
+HLX_API bool HLX_IsServiceConnected();
+
+/// Registers `listener` for news of the connection; null is ignored, and a listener that is already there stays once.
+/// There is no news before the first HLX_StartSystemProxy(), nor while the session bus could not be reached; what the
+/// result of a start says is not told again. Without listeners nothing is lost but the news.
+///
+/// The listener stays yours. It outlives a release, of which it is not told; keep it alive until it is removed.
+/// Callable from any thread, in a callback too.
+HLX_API void HLX_AddConnectionListener(IHLXConnectionListener* listener);
+
+/// Forgets `listener`; null and an unknown one are ignored. Waits for a callback of a connection listener that is
+/// running on another thread, so that the listener may be deleted afterwards. Callable from any thread, in a callback
+/// too.
+HLX_API void HLX_RemoveConnectionListener(IHLXConnectionListener* listener);
+
+/// The version of the library that is running, as "1.0.0". Never null.
+HLX_API const char* HLX_GetVersion();
 
 #endif

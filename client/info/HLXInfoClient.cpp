@@ -4,6 +4,7 @@
 #include <exception>
 
 #include "client/CommandPipe.h"
+#include "client/DispatchGate.h"
 #include "client/info/DeviceIdentity.h"
 #include "client/info/VersionFile.h"
 #include "data/SharedField.h"
@@ -36,7 +37,7 @@ HLXMiscClientShm::HLXMiscClientShm()
       record_(MapRecord<HLXSystemData::MiscShmData>()) {
   if (record_ == nullptr) {
     HLX_LOG_FATAL("[system-server]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!");
-    std::exit(2);
+    DispatchGate::Exit(2);
   }
   InitMiscShmData(record_);
 }
@@ -46,7 +47,7 @@ HLXInfoClientShm::HLXInfoClientShm()
       record_(MapRecord<HLXSystemData::InfoShmData>()) {
   if (record_ == nullptr) {
     HLX_LOG_FATAL("[system-server]CreateDataShm->SHM_INFO_DATA_KEY_ID fail.Exit!!");
-    std::exit(2);
+    DispatchGate::Exit(2);
   }
   InitInfoShmData(record_);
 }

@@ -39,7 +39,7 @@ struct ClientIpcAdapter::CallSite {
   void Report(GError* error) const {
     HLX_LOG_AT(ZLOG_LEVEL_ERROR, function, line, "%s: Failed to call dbus method. Reason: %s.", command,
                error->message);
-    LastCallError::Keep(GLibPtr<GError>(error));
+    LastCallError::Keep(error);
   }
 
   const char* command;
@@ -51,14 +51,17 @@ struct ClientIpcAdapter::CallSite {
 /// before the start counts as done. It is refused here before the arguments are packed, which GLib would then leak.
 template <class Function, class... Args>
 bool ClientIpcAdapter::Call(const CallSite& site, Function function, Args... args) {
-  ComVornLinuxSystem* const proxy = proxy_.load();
+  LastCallError::Clear();
+  const Proxy proxy = ForCommand();
   if (proxy == nullptr) {
     (Drop(args), ...);
     g_dbus_proxy_call_sync(nullptr, site.command, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr);
+    LastCallError::Keep(g_error_new_literal(G_IO_ERROR, G_IO_ERROR_NOT_CONNECTED,
+                                            "not sent: no start of the library has reached the bus"));
     return true;
   }
   GError* error = nullptr;
-  function(proxy, args..., nullptr, &error);
+  function(proxy.get(), args..., nullptr, &error);
   if (error == nullptr) return true;
   site.Report(error);
   return false;
@@ -68,7 +71,7 @@ bool ClientIpcAdapter::Call(const CallSite& site, Function function, Args... arg
 template <class Function>
 bool ClientIpcAdapter::CallText(const CallSite& site, Function function, const std::string& text) {
   const char* invalid = nullptr;
-  if (proxy_.load() == nullptr || g_utf8_validate(text.c_str(), -1, &invalid)) {
+  if (ForCommand() == nullptr || g_utf8_validate(text.c_str(), -1, &invalid)) {
     return Call(site, function, text.c_str());
   }
   site.Report(g_error_new(G_IO_ERROR, G_IO_ERROR_INVALID_ARGUMENT, "the text is not valid UTF-8 from byte %d on",

@@ -1,11 +1,11 @@
 #include "client/ipc/LastCallError.h"
 
-#include <utility>
-
 namespace {
 thread_local GLibPtr<GError> newest;
 }
 
-void LastCallError::Keep(GLibPtr<GError> error) { newest = std::move(error); }
+void LastCallError::Clear() { newest.reset(); }
+
+void LastCallError::Keep(GError* error) { newest.reset(error); }
 
 const char* LastCallError::Text() { return newest == nullptr ? nullptr : newest->message; }

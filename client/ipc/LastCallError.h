@@ -2,10 +2,14 @@
 
 #include "dbus/GLibPtr.h"
 
-/// The newest error of a failed command, one slot per thread: a service that is down costs one error, not one a call.
+/// Why the last command of a thread failed, one slot per thread: a service that is down costs one error, not one a
+/// call.
 class LastCallError {
  public:
-  static void Keep(GLibPtr<GError> error);
-  /// Null when no command of this thread has failed yet.
+  /// A command begins.
+  static void Clear();
+  /// Takes the error over.
+  static void Keep(GError* error);
+  /// Null when the last command of this thread arrived, or there was none.
   static const char* Text();
 };

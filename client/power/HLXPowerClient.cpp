@@ -1,8 +1,8 @@
 #include "client/power/HLXPowerClient.h"
 
-#include <cstdlib>
 #include <utility>
 
+#include "client/DispatchGate.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "data/SharedField.h"
 #include "platform/HLXLog.h"
@@ -29,7 +29,7 @@ HLXPowerClient::HLXPowerClient(std::shared_ptr<ClientIpcAdapter> adapter)
       data_(MapRecord<HLXSystemData::PowerShmData>()) {
   if (data_ == nullptr) {
     HLX_LOG_FATAL("[system-client]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!");
-    std::exit(2);
+    DispatchGate::Exit(2);
   }
   InitPowerShmData(data_);
 }

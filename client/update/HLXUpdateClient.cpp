@@ -24,7 +24,12 @@ constexpr int kPidofLimit = 254;
 HLXUpdateClient::HLXUpdateClient(std::shared_ptr<ClientIpcAdapter> adapter, IHLXSystemInfo* info)
     : adapter_(std::move(adapter)), search_(std::make_shared<PackageSearch>(this, info)) {}
 
-HLXUpdateClient::~HLXUpdateClient() { search_->Detach(); }
+HLXUpdateClient::~HLXUpdateClient() { StopSearch(); }
+
+bool HLXUpdateClient::StopSearch() {
+  search_->Detach();
+  return true;
+}
 
 void HLXUpdateClient::ApplyUpdate(UpdateType type) { adapter_->ApplyUpdate(type); }
 

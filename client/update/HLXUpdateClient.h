@@ -17,6 +17,10 @@ class HLXUpdateClient : public IHLXSystemUpdate {
   /// A search that is under way ends silently; its thread is not waited for.
   ~HLXUpdateClient() override;
 
+  /// A search that is under way says nothing more; waits for one that is telling its outcome. Safe to repeat.
+  /// @return false when it must not wait, see DispatchGate::Refused()
+  bool StopSearch();
+
   void ApplyUpdate(HLXUpdate::UpdateType type) override;
   void SetCanUpdata(int canUpdate) override;
   int GetUpdateVersionInfo(SystemInfo::VersionInfo& info) override;

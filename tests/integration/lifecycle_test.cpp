@@ -94,14 +94,34 @@ TEST_F(Lifecycle, AServiceThatDiesInMidCallAndComesBack) {
 }
 
 TEST_F(Lifecycle, TheExampleTellsOfEventsAndEndsWhenAsked) {
-  const auto simulator = StartSimulator();
+  auto simulator = StartSimulator();
   Process hmi({kHmi});
   ASSERT_TRUE(hmi.WaitForLine("state: ACC is o"));
   ASSERT_TRUE(hmi.WaitForLine("event: the screen's day brightness is 60"));
+  ASSERT_TRUE(hmi.WaitForLine("command: sent"));
   SendAcc("false");
   ASSERT_TRUE(hmi.WaitForLine("event: ACC is off"));
+  simulator->Signal(SIGKILL);
+  ASSERT_TRUE(hmi.WaitForLine("service lost"));
+  simulator = StartSimulator();
+  ASSERT_TRUE(hmi.WaitForLine("service back"));
+  ASSERT_TRUE(hmi.WaitForLine("state: ACC is o"));
   EXPECT_EQ(hmi.Terminate(), 0);
   EXPECT_THAT(hmi.Out(), HasSubstr("bye\n"));
+}
+
+TEST_F(Lifecycle, TheExampleTellsOfTheEndOfTheBus) {
+  Process bus({"dbus-daemon", "--session", "--nofork", "--print-address"});
+  ASSERT_TRUE(bus.WaitForLine("unix:"));
+  const std::string at = "DBUS_SESSION_BUS_ADDRESS=" + bus.Out().substr(0, bus.Out().find('\n'));
+  Process simulator({"env", at, kSimulator});
+  ASSERT_TRUE(simulator.WaitForLine("ready"));
+  Process hmi({"env", at, kHmi});
+  ASSERT_TRUE(hmi.WaitForLine("command: sent"));
+  bus.Signal(SIGKILL);
+  ASSERT_TRUE(hmi.WaitForLine("bus lost"));
+  EXPECT_EQ(hmi.Wait(), 0);  // it takes SIGTERM for a wish
+  EXPECT_THAT(hmi.Err(), HasSubstr("the connection to the session bus is lost"));
 }
 
 }  // namespace

@@ -109,12 +109,12 @@ extern "C" void zlog(zlog_category_t* /*category*/, const char* file, size_t fil
 }
 
 LibConfigs* GetLibConfigs() {
-  static FakeConfigs configs;
+  static FakeConfigs& configs = *new FakeConfigs;
   return &configs;
 }
 
 Q4PersistService* HLX_GetQ4PersistService() {
-  static FakePersist persist;
+  static FakePersist& persist = *new FakePersist;
   return &persist;
 }
 

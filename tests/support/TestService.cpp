@@ -57,6 +57,7 @@ TestService::TestService() : context_(g_main_context_new()), loop_(g_main_loop_n
 }
 
 TestService::~TestService() {
+  AnswerAll();
   g_main_context_invoke(
       context_.get(),
       [](gpointer loop) -> gboolean {
@@ -72,19 +73,29 @@ void TestService::OnCall(GClosure* /*closure*/, GValue* result, guint /*count*/,
   auto& service = *static_cast<TestService*>(self);
   auto* const call = static_cast<GDBusMethodInvocation*>(g_value_get_object(&values[1]));
   const GLibPtr<gchar> arguments(g_variant_print(g_dbus_method_invocation_get_parameters(call), TRUE));
+  const Answer answer = service.answer_;
   {
     const std::lock_guard<std::mutex> lock(service.mutex_);
     service.calls_.push_back(std::string(g_dbus_method_invocation_get_method_name(call)) + " " + arguments.get());
+    if (answer == Answer::kNone) service.unanswered_.push_back(call);
   }
-  const Answer answer = service.answer_;
-  const bool has_result = g_dbus_method_invocation_get_method_info(call)->out_args != nullptr &&
-                          *g_dbus_method_invocation_get_method_info(call)->out_args != nullptr;
   if (answer == Answer::kError) {
     g_dbus_method_invocation_return_dbus_error(call, "com.vorn.linux.Error.Refused", "not today");
-  } else {
-    g_dbus_method_invocation_return_value(call, has_result ? g_variant_new("(b)", answer == Answer::kOk) : nullptr);
+  } else if (answer != Answer::kNone) {
+    Return(call, answer == Answer::kOk);
   }
   g_value_set_boolean(result, TRUE);
+}
+
+void TestService::Return(GDBusMethodInvocation* call, bool result) {
+  const bool has_result = g_dbus_method_invocation_get_method_info(call)->out_args != nullptr &&
+                          *g_dbus_method_invocation_get_method_info(call)->out_args != nullptr;
+  g_dbus_method_invocation_return_value(call, has_result ? g_variant_new("(b)", result) : nullptr);
+}
+
+void TestService::AnswerAll() {
+  const std::lock_guard<std::mutex> lock(mutex_);
+  for (GDBusMethodInvocation* const call : std::exchange(unanswered_, {})) Return(call, true);
 }
 
 std::vector<std::string> TestService::TakeCalls() {

@@ -1,9 +1,12 @@
 // Every command of the adapter against a real skeleton on a real bus: what arrives, what comes back, what is logged.
 #include <gmock/gmock.h>
 
+#include <chrono>
 #include <functional>
+#include <future>
 #include <set>
 #include <string>
+#include <thread>
 
 #include "catalog/Catalog.h"
 #include "client/ipc/ClientIpcAdapter.h"
@@ -194,6 +197,7 @@ TEST_F(AdapterCommands, ReachTheServiceAndReportItsAnswer) {
     EXPECT_EQ(command.run(adapter), command.returns ? kTrue : kNone);
     EXPECT_THAT(service.TakeCalls(), ElementsAre(command.call));
     EXPECT_TRUE(platform.log.empty());
+    EXPECT_EQ(LastCallError::Text(), nullptr) << "the failure of the command before";
 
     service.SetAnswer(TestService::Answer::kError);
     EXPECT_EQ(command.run(adapter), command.returns ? kFalse : kNone);
@@ -221,10 +225,32 @@ TEST_F(AdapterCommands, BeforeTheStartNothingIsSentAndBoolCommandsSayTrue) {
     const Result expected = std::string(command.log_name) == "SetGpsUTCTimeSync" ? kFalse
                             : command.returns                                    ? kTrue
                                                                                  : kNone;
+    LastCallError::Clear();
     EXPECT_EQ(command.run(adapter), expected);
+    EXPECT_STREQ(LastCallError::Text(), "not sent: no start of the library has reached the bus");
   }
   EXPECT_TRUE(service.TakeCalls().empty());
   EXPECT_TRUE(platform.log.empty());
+}
+
+TEST_F(AdapterCommands, WaitNoLongerThanTheyAreAllowedTo) {
+  EXPECT_FALSE(Adapter::SetCallTimeout(0));
+  EXPECT_FALSE(Adapter::SetCallTimeout(-2));
+  TestService service;
+  Adapter adapter;
+  ASSERT_TRUE(adapter.Init());
+  service.SetAnswer(TestService::Answer::kNone);
+  EXPECT_TRUE(Adapter::SetCallTimeout(20));
+  EXPECT_FALSE(adapter.SetOnSourceChange(1));
+  ExpectFailure({"ClientIpcAdapter::SetOnSourceChange", nullptr, ""}, "Timeout was reached");
+
+  EXPECT_TRUE(Adapter::SetCallTimeout(-1));
+  service.TakeCalls();
+  auto patient = std::async(std::launch::async, [&adapter] { return adapter.SetOnSourceChange(2); });
+  while (service.TakeCalls().empty()) std::this_thread::yield();
+  std::this_thread::sleep_for(std::chrono::milliseconds(100));
+  service.AnswerAll();
+  EXPECT_TRUE(patient.get());
 }
 
 TEST_F(AdapterCommands, TextThatIsNotUtf8IsRefusedByName) {

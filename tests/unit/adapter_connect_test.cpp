@@ -1,8 +1,13 @@
 // The connection rule, with the making of the proxy in the test's hands (linked with --wrap).
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <functional>
+#include <future>
+#include <list>
+#include <memory>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "client/ipc/ClientIpcAdapter.h"
@@ -16,6 +21,11 @@ namespace {
 /// Whether attempt n (from 0) succeeds.
 std::function<bool(int)> succeeds;
 int attempts;
+
+/// What was made; null once it is gone.
+std::list<gpointer> proxies;
+
+int Alive() { return static_cast<int>(proxies.size() - std::count(proxies.begin(), proxies.end(), nullptr)); }
 
 }  // namespace
 
@@ -33,7 +43,9 @@ ComVornLinuxSystem* __wrap_com_vorn_linux_system_proxy_new_for_bus_sync(GBusType
   EXPECT_EQ(cancellable, nullptr);
   const int attempt = attempts++;
   if (succeeds(attempt)) {
-    return __real_com_vorn_linux_system_proxy_new_for_bus_sync(bus, flags, name, path, cancellable, error);
+    proxies.push_back(__real_com_vorn_linux_system_proxy_new_for_bus_sync(bus, flags, name, path, cancellable, error));
+    g_object_add_weak_pointer(G_OBJECT(proxies.back()), &proxies.back());
+    return COM_VORN_LINUX_SYSTEM(proxies.back());
   }
   g_set_error(error, G_IO_ERROR, G_IO_ERROR_FAILED, "no bus at %d", attempt);
   return nullptr;
@@ -92,6 +104,48 @@ TEST(AdapterConnect, NeedsAnOwnerOfTheName) {
   EXPECT_FALSE(outcome.started);
   EXPECT_EQ(outcome.attempts, 1);
   EXPECT_THAT(outcome.log, ElementsAre("INFO system_proxy_get_name_owner Owner Name is nullptr"));
+}
+
+TEST(AdapterConnect, AStartDropsWhatEarlierOnesLeftWithoutHandlers) {
+  fake::Reset();
+  ClientIpcAdapter adapter;
+  const auto start = [&adapter](std::function<bool(int)> plan) {
+    attempts = 0;
+    succeeds = std::move(plan);
+    return adapter.Init();
+  };
+  const auto always = [](int) { return true; };
+  proxies.clear();
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(start(always));
+  EXPECT_EQ(Alive(), 1) << "of three starts";
+  EXPECT_FALSE(start([](int attempt) { return attempt >= 1 && attempt < 4; }));
+  EXPECT_EQ(Alive(), 3) << "all of the last start";
+
+  auto service = std::make_unique<TestService>();
+  EXPECT_TRUE(start(always));
+  EXPECT_EQ(Alive(), 1);
+  EXPECT_TRUE(start(always));
+  EXPECT_EQ(Alive(), 2) << "a success stays";
+  service.reset();
+  for (int i = 0; i < 3; ++i) EXPECT_FALSE(start(always));
+  EXPECT_EQ(Alive(), 3);
+}
+
+TEST(AdapterConnect, ACommandKeepsTheProxyThatAStartDrops) {
+  fake::Reset();
+  ClientIpcAdapter adapter;
+  succeeds = [](int) { return true; };
+  proxies.clear();
+  EXPECT_FALSE(adapter.Init());
+  TestService service;
+  service.SetAnswer(TestService::Answer::kNone);
+  auto command = std::async(std::launch::async, [&adapter] { return adapter.SetOnSourceChange(1); });
+  while (service.TakeCalls().empty()) std::this_thread::yield();
+  EXPECT_TRUE(adapter.Init());
+  EXPECT_EQ(Alive(), 2);
+  service.AnswerAll();
+  EXPECT_TRUE(command.get());
+  EXPECT_EQ(Alive(), 1);
 }
 
 TEST(AdapterConnect, WithoutALogSystemEachRecordIsOneNoticeOnStandardOutput) {

@@ -1,8 +1,15 @@
 // The exported functions: who makes what, and what a release leaves alone.
 #include <gmock/gmock.h>
+#include <sys/ipc.h>
+#include <sys/shm.h>
+#include <zlog.h>
 
 #include <atomic>
 #include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <future>
+#include <map>
 #include <set>
 #include <string>
 #include <thread>
@@ -10,6 +17,7 @@
 
 #include "HLXListenerBase.h"
 #include "HLXSystemProxy.h"
+#include "data/SystemShmDataBase.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/MainContext.h"
 #include "tests/support/TestService.h"
@@ -150,33 +158,144 @@ TEST_F(Facade, ReleaseWhileSignalsPourInOnAnotherThread) {
   }
 }
 
-TEST_F(Facade, ReleaseWaitsForACallbackOnAnotherThread) {
+/// Events on a thread of their own.
+class EventThread {
+ public:
+  explicit EventThread(IHLXPowerListener* listener) {
+    std::promise<void> started;
+    thread_ = std::thread([&, listener] {
+      const GLibPtr<GMainContext> context(g_main_context_new());
+      g_main_context_push_thread_default(context.get());
+      HLX_GetSystemPowerProxy()->AddListener(listener);
+      EXPECT_TRUE(HLX_StartSystemProxy());
+      started.set_value();
+      while (!stop_) g_main_context_iteration(context.get(), FALSE);
+      while (g_main_context_iteration(context.get(), FALSE)) continue;  // what a release left to be freed here
+      g_main_context_pop_thread_default(context.get());
+    });
+    started.get_future().wait();
+  }
+  ~EventThread() {
+    stop_ = true;
+    thread_.join();
+  }
+
+ private:
+  std::atomic<bool> stop_{false};
+  std::thread thread_;
+};
+
+TEST_F(Facade, ReleasesWaitForACallbackThatMayAskForClients) {
   TestService service;
   class Slow : public Counter {
    public:
     void OnAccStateChange(int) override {
       ++events;
-      std::this_thread::sleep_for(std::chrono::milliseconds(300));
-      finished = HLX_GetSystemPowerProxy() != nullptr;  // by then the release is waiting
+      go_on.get_future().wait();
+      same = HLX_GetSystemPowerProxy() == power;
+      HLX_GetSystemUpdateProxy();  // made for the release to delete
+      HLX_GetSystemMiscProxy()->SetOnSourceChange(1);
+      finished = HLX_GetLastCallError() == nullptr;
     }
+    IHLXSystemPower* const power = HLX_GetSystemPowerProxy();
+    std::promise<void> go_on;
+    bool same = false;
     std::atomic<bool> finished{false};
   } slow;
-  std::atomic<bool> stop{false};
-  std::thread events([&] {
-    const GLibPtr<GMainContext> context(g_main_context_new());
-    g_main_context_push_thread_default(context.get());
-    HLX_GetSystemPowerProxy()->AddListener(&slow);
-    EXPECT_TRUE(HLX_StartSystemProxy());
-    service.Emit("AccStateChangeSignal", "(true,)");
-    while (!stop) g_main_context_iteration(context.get(), FALSE);
-    while (g_main_context_iteration(context.get(), FALSE)) continue;  // what the release left to be freed here
-    g_main_context_pop_thread_default(context.get());
-  });
+  const EventThread events(&slow);
+  service.Emit("AccStateChangeSignal", "(true,)");
   while (slow.events == 0) std::this_thread::yield();
-  HLX_ReleaseSystemProxy();
+  auto one = std::async(std::launch::async, HLX_ReleaseSystemProxy);
+  auto two = std::async(std::launch::async, HLX_ReleaseSystemProxy);
+  EXPECT_EQ(one.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+  EXPECT_EQ(two.wait_for(std::chrono::milliseconds(0)), std::future_status::timeout);
+  slow.go_on.set_value();
+  one.get();
   EXPECT_TRUE(slow.finished);
-  stop = true;
-  events.join();
+  EXPECT_TRUE(slow.same);
+  two.get();
+}
+
+TEST_F(Facade, AReleaseInsideACallbackDoesNothing) {
+  TestService service;
+  class Releases : public Counter {
+   public:
+    void OnAccStateChange(int) override {
+      HLX_ReleaseSystemProxy();
+      ++events;
+    }
+  } listener;
+  IHLXSystemPower* const power = HLX_GetSystemPowerProxy();
+  power->AddListener(&listener);
+  ASSERT_TRUE(HLX_StartSystemProxy());
+  for (const int count : {1, 2}) {
+    service.Emit("AccStateChangeSignal", "(true,)");
+    ASSERT_TRUE(RunUntil([&] { return listener.events == count; }));
+  }
+  EXPECT_THAT(fake::Get().Logged(ZLOG_LEVEL_ERROR),
+              testing::ElementsAre(testing::HasSubstr("nothing is released"), testing::_));
+  EXPECT_EQ(HLX_GetSystemPowerProxy(), power);
+}
+
+/// Ends the process by asking for a client whose segment cannot be had, in a callback or not. An exit handler does what
+/// static destructors may do, and waits for a thread that releases meanwhile.
+void EndWithoutASegment(bool in_callback) {
+  shmget(static_cast<key_t>(HLXSystemData::SHM_MISC_DATA_KEY_ID), 1, IPC_CREAT | 0600);
+  static std::thread releases;
+  std::atexit([] { std::fputs("to the end", stderr); });
+  std::atexit([] {
+    HLX_ReleaseSystemProxy();
+    HLX_GetSystemPowerProxy();
+    if (releases.joinable()) releases.join();
+    HLX_GetSystemMiscProxy();  // ends the process once more
+  });
+  class Ends : public Counter {
+   public:
+    void OnAccStateChange(int) override {
+      releases = std::thread(HLX_ReleaseSystemProxy);
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+      HLX_GetSystemMiscProxy();
+    }
+  } listener;
+  if (in_callback) {
+    TestService service;
+    HLX_GetSystemPowerProxy()->AddListener(&listener);
+    HLX_StartSystemProxy();
+    service.Emit("AccStateChangeSignal", "(true,)");
+    RunUntil([] { return false; });
+  }
+  HLX_GetSystemMiscProxy();
+}
+
+TEST_F(Facade, AProcessThatEndsWithoutASegmentWaitsForNothing) {
+  testing::GTEST_FLAG(death_test_style) = "threadsafe";
+  for (const bool in_callback : {false, true}) {
+    EXPECT_EXIT(EndWithoutASegment(in_callback), testing::ExitedWithCode(2), "to the end") << in_callback;
+  }
+}
+
+TEST_F(Facade, TwoContextsMayDeliverTheSameEvents) {
+  TestService service;
+  class Events : public Counter, public HLXMiscListenerBase, public HLXTimeListenerBase {
+   public:
+    void OnDoorStateChange(std::map<SystemMisc::DoorState, int>) override { ++events; }
+    void OnAcStateChange(std::map<SystemMisc::ACState, int>) override { ++events; }
+    void OnSimpleAirModeChange(std::map<SystemMisc::SimpleAirMode, int>) override { ++events; }
+    void OnSpeakerStateChange(std::map<SystemMisc::Speaker, SystemMisc::SpeakerState>) override { ++events; }
+    void OnExternalMcuTimeChange(SystemTime::DateTime&) override { ++events; }
+  } events;
+  HLX_GetSystemMiscProxy()->AddListener(&events);
+  HLX_GetSystemTimeProxy()->AddListener(&events);
+  const EventThread one(&events);
+  const EventThread two(&events);
+  for (const char* arguments : {"(byte 0x55,)", "(byte 0xaa,)"}) {
+    for (const char* signal : {"DoorStateChangeSignal", "AcStateChangeSignal", "SimpleAirModeChangeSignal",
+                               "OnExternalMcuTimeChangeSignal"}) {
+      service.Emit(signal, arguments);
+    }
+    service.Emit("SpeakerStateChangeSignal", "()");
+  }
+  EXPECT_TRUE(RunUntil([&] { return events.events == 20; })) << events.events;
 }
 
 }  // namespace

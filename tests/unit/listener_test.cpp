@@ -1,8 +1,10 @@
 // The listener registry.
 #include <gmock/gmock.h>
 
+#include <chrono>
+#include <functional>
+#include <future>
 #include <stdexcept>
-#include <string>
 #include <vector>
 
 #include "IHLXListener.h"
@@ -10,11 +12,9 @@
 namespace {
 
 struct Listener {
-  std::vector<Listener*>* order = nullptr;
-  bool throws = false;
+  std::function<void()> during_event = [] {};
   void OnEvent(int value) {
-    if (throws) throw std::runtime_error("listener");
-    order->push_back(this);
+    during_event();
     EXPECT_EQ(value, 42);
   }
 };
@@ -46,16 +46,35 @@ TEST(ListenerRegistry, HoldsEachListenerOnceAndRunsTheHooks) {
 
 TEST(ListenerRegistry, NotifiesInAddressOrderUnderTheMutex) {
   Registry registry;
-  std::vector<Listener*> order;
-  Listener listeners[3] = {{&order}, {&order}, {&order}};
-  for (const int i : {2, 0, 1}) registry.AddListener(&listeners[i]);
+  std::vector<int> order;
+  Listener listeners[3];
+  for (const int i : {2, 0, 1}) {
+    listeners[i].during_event = [&order, i] { order.push_back(i); };
+    registry.AddListener(&listeners[i]);
+  }
   registry.Event();
-  EXPECT_THAT(order, testing::ElementsAre(&listeners[0], &listeners[1], &listeners[2]));
+  EXPECT_THAT(order, testing::ElementsAre(0, 1, 2));
+}
+
+TEST(ListenerRegistry, LockListenerWaitsForARunningCallback) {
+  Registry registry;
+  std::future<void> locked;
+  Listener listener;
+  listener.during_event = [&] {
+    locked = std::async(std::launch::async, [&registry] {
+      registry.LockListener();
+      registry.UnlockListener();
+    });
+    EXPECT_EQ(locked.wait_for(std::chrono::milliseconds(50)), std::future_status::timeout);
+  };
+  registry.AddListener(&listener);
+  registry.Event();
+  EXPECT_EQ(locked.wait_for(std::chrono::seconds(10)), std::future_status::ready);
 }
 
 TEST(ListenerRegistry, AThrowingListenerDoesNotKeepTheMutex) {
   Registry registry;
-  Listener listener{nullptr, true};
+  Listener listener{[] { throw std::runtime_error("listener"); }};
   registry.AddListener(&listener);
   EXPECT_THROW(registry.Event(), std::runtime_error);
   registry.LockListener();  // would block for ever

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "catalog/Catalog.h"
-#include "client/ipc/SignalTable.h"
+#include "client/dispatch/SignalTable.h"
 #include "dbus/GLibPtr.h"
 #include "dbus_system.h"
 

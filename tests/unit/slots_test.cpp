@@ -152,4 +152,9 @@ TEST(Slots, HLXUpdateListener) {
   EXPECT_EQ(slots, InOrder(7));
 }
 
+TEST(Slots, HLXConnectionListener) {
+  using I = IHLXConnectionListener;
+  EXPECT_EQ((std::vector<int>{S(OnServiceLost), S(OnServiceBack), S(OnBusLost)}), InOrder(3));
+}
+
 }  // namespace
