@@ -1,54 +1,118 @@
-/// hlx-simulator: the system service of a unit that is not there.
+/// hlx-simulator: the unit that is not there.
 #include <CLI/CLI.hpp>
+#include <clocale>
 #include <cstdio>
 #include <exception>
 
-#include "simulator/ControlClient.h"
-#include "simulator/SimulatedService.h"
+#include "simulator/UnitProcess.h"
+#include "simulator/cli/ControlClient.h"
+#include "simulator/cli/Verbs.h"
 
 namespace {
 
-/// What the command line asks for. @return the exit code
-int Run(int argc, char** argv) {
-  CLI::App app(
-      "Plays the head unit's system service on the session bus: owns com.vorn.linux.systemservice, keeps the four\n"
-      "shared-memory records, answers every command and prints every call and signal. Stop it with Ctrl-C.");
-  app.footer(
-      "Exit codes: 0 done; 1 it cannot start or cannot be reached; 2 a wrong command line, signal, field or value.");
-  app.require_subcommand(0, 1);
+constexpr char kAbout[] =
+    "Plays a head unit on the session bus: its system service, its four shared-memory records, what it saves, and "
+    "what\n"
+    "happens by itself. Without a verb it runs until Ctrl-C and prints every call and signal; the verbs drive the one\n"
+    "that runs.";
+constexpr char kFooter[] =
+    "Exit codes: 0 done; 1 the unit cannot start or be reached, or something went wrong; 2 a wrong command line, name "
+    "or\n"
+    "value; 124 the time is up. Names are those of hlxctl: power.acc, misc.car_speed; see hlx-simulator list.\n"
+    "Examples:\n"
+    "  hlx-simulator --fresh &                     a unit that remembers nothing\n"
+    "  hlx-simulator set power.head_lights on      it is getting dark\n"
+    "  hlx-simulator get inbox.source misc.doors   what applications sent, what the record holds\n"
+    "  hlx-simulator calls --wait SetScreenLightOn --timeout 5";
 
-  SimulatedService::Options options;
-  options.mcu_version = "SIM-MCU-1.04.27";
-  app.add_option("--mcu-version", options.mcu_version, "Version text of the MCU, at most 255 bytes")
-      ->capture_default_str();
-  app.add_flag("--update-fails", options.update_fails, "Let updates break off in the middle (see also update.fails)");
-  app.add_flag("--quiet", options.quiet, "Print no calls and signals");
+struct CommandLine {
+  CLI::App app{kAbout};
+  UnitProcess::Options unit;
+  bool silent = false;
+  GetOptions get;
+  Words get_names;
+  std::string list_kind;
+  bool list_markdown = false;
+  CallsOptions calls;
+  std::string reboot = "acc";
 
-  // Everything behind the command is taken as it stands: arguments may begin with a minus.
-  CLI::App* const emit =
-      app.add_subcommand("emit", "Have the running simulator send a signal: SIGNAL [ARGUMENT...]")->prefix_command();
-  CLI::App* const set =
-      app.add_subcommand("set", "Write a record field of the running simulator: FIELD VALUE")->prefix_command();
-  CLI::App* const list = app.add_subcommand("list", "List the signals for emit and the fields for set");
-  try {
-    app.parse(argc, argv);
-  } catch (const CLI::ParseError& problem) {
-    return app.exit(problem) == 0 ? 0 : kExitBadArgument;
+  CommandLine() {
+    app.footer(kFooter);
+    app.require_subcommand(0, 1);
+    app.add_flag("--fresh", unit.fresh, "Remember nothing: cleared records, settings in a scratch file");
+    app.add_option("--mcu-version", unit.mcu_version, "Version text of the MCU, at most 255 bytes")
+        ->capture_default_str();
+    app.add_flag("--update-fails", unit.update_fails, "As set unit.update_fails yes");
+    app.add_flag("--quiet", unit.quiet, "Print no calls and signals");
+    app.add_flag("--verbose", unit.verbose, "Show the library's log records, too");
+    app.add_option("--ready-fd", unit.ready_fd)->group("");  // for `run`
+    AddVerbs();
   }
-  if (emit->parsed()) return EmitSignal(emit->remaining());
-  if (set->parsed()) return SetField(set->remaining());
-  if (list->parsed()) return ListSignalsAndFields();
-  SimulatedService(options).Run();
-  return 0;
-}
+
+  void AddVerbs() {
+    // Everything behind these verbs is taken as it stands: values may begin with a minus.
+    auto* verb = app.add_subcommand("set", "Change a value as the unit would: [--silent] NAME VALUE")->prefix_command();
+    verb->add_flag("--silent", silent, "Record and saved setting alone: no signal, nothing follows");
+    app.add_subcommand("emit", "Send a signal as it is: SIGNAL [ARGUMENT...]")->prefix_command();
+
+    verb = app.add_subcommand("get", "Print values: [NAME | AREA]...");
+    verb->add_option("name", get_names, "power.acc, or an area; all without one");
+    verb->add_flag("--raw", get.raw, "As numbers");
+    verb->add_flag("--json", get.json, "As one JSON object");
+
+    verb = app.add_subcommand("list", "List what there is and what it takes");
+    verb->add_option("kind", list_kind, "values, signals or methods; all without it");
+    verb->add_flag("--markdown", list_markdown)->group("");  // for the documents
+
+    verb = app.add_subcommand("calls", "Print the calls of applications, or wait for one");
+    auto* const method = verb->add_option("method", calls.method, "Of this method only");
+    verb->add_flag("--json", calls.json, "One JSON object a line");
+    verb->add_flag("--clear", calls.clear, "Forget them");
+    verb->add_option("--wait", calls.method, "Wait for a call of METHOD, unless one is kept")->excludes(method);
+    verb->add_option("--timeout", calls.seconds, "How long to wait, in seconds")->capture_default_str();
+
+    verb = app.add_subcommand("reboot", "Restart the unit: the service goes and comes back");
+    verb->add_flag_callback(
+        "--cold", [this] { reboot = "cold"; }, "Power was cut: all records anew");
+    verb->add_flag_callback(
+        "--acc", [this] { reboot = "acc"; }, "ACC off and on (default): power and time anew");
+    verb->add_flag_callback(
+        "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
+  }
+
+  bool Is(const char* verb) const { return app.got_subcommand(verb); }
+
+  void RunVerb() {
+    if (Is("set")) return SetVerb(app.get_subcommand("set")->remaining(), silent);
+    if (Is("get")) return GetVerb(get_names, get);
+    if (Is("emit")) return EmitVerb(app.get_subcommand("emit")->remaining());
+    if (Is("list")) return ListVerb(list_kind, list_markdown);
+    if (Is("calls")) {
+      calls.wait = app.get_subcommand("calls")->count("--wait") > 0;
+      return CallsVerb(calls);
+    }
+    if (Is("reboot")) return RebootVerb(reboot);
+    UnitProcess(unit).Run();
+  }
+};
 
 }  // namespace
 
 int main(int argc, char** argv) {
   std::setvbuf(stdout, nullptr, _IOLBF, 0);
   try {
-    return Run(argc, argv);
-  } catch (const BadArgument& problem) {
+    CommandLine line;
+    try {
+      line.app.parse(argc, argv);
+    } catch (const CLI::ParseError& problem) {
+      return line.app.exit(problem) == 0 ? 0 : kExitBadArgument;
+    }
+    line.RunVerb();
+    return 0;
+  } catch (const VerbError& problem) {
+    std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
+    return problem.code;
+  } catch (const catalog::BadValue& problem) {
     std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
     return kExitBadArgument;
   } catch (const std::exception& problem) {

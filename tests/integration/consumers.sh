@@ -15,8 +15,8 @@ left=$(find "$scratch/stage" -type f)
 version=$(sed -n 's/^project(.* VERSION \([0-9.]*\) .*/\1/p' "$source/CMakeLists.txt")
 libdir=$(dirname "$(find "$moved" -name libhlxsystemclient.so.1)")
 for file in include/hlx-system-client/{HLXSystemProxy,HLXVersion,HLXMutex,dbus_system}.h \
-            share/dbus-1/interfaces/com.vorn.linux.system.xml bin/hlx{ctl,-simulator} lib/systemd/user/hlx-simulator.service \
-            share/doc/hlx-system-client/{LICENSE,README.md,docs/behaviour.md,examples/hmi/main.cpp}; do
+            share/dbus-1/interfaces/com.vorn.linux.{system,simulator}.xml bin/hlx{ctl,-simulator} lib/systemd/user/hlx-simulator.service \
+            share/hlx-system-client/platform.conf.sample share/doc/hlx-system-client/{LICENSE,README.md,docs/behaviour.md,examples/hmi/main.cpp}; do
   [ -s "$moved/$file" ] || { echo "not installed: $file" >&2; exit 1; }
 done
 ! grep -rlF "$build" "$moved" --include='*.pc' --include='*.cmake' --include='*.h' --include='*.service' ||

@@ -100,7 +100,7 @@ class Signals : public testing::Test {
     for (const auto& argument : arguments) g_variant_builder_add(&values, "v", argument.get());
     GError* failure = nullptr;
     GVariant* const answer = g_dbus_connection_call_sync(
-        bus_.get(), "com.vorn.linux.systemservice", "/com/vorn/linux/simulator", "com.vorn.linux.simulator", "Emit",
+        bus_.get(), "com.vorn.linux.simulator", "/com/vorn/linux/simulator", "com.vorn.linux.simulator", "Emit",
         g_variant_new("(sav)", signal, &values), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &failure);
     if (answer != nullptr) g_variant_unref(answer);
     const GLibPtr<GError> error(failure);

@@ -1,4 +1,4 @@
-// The simulator as a process on a real bus: calls, records, settings, clock, start and stop.
+// The simulator as a process on a real bus: its verbs, settings, calls, reboots, start and stop.
 #include <gmock/gmock.h>
 #include <sys/ipc.h>
 #include <sys/shm.h>
@@ -57,8 +57,8 @@ class SimulatorTest : public testing::Test {
     ForgetSegments();
   }
 
-  void Start() {
-    simulator_ = std::make_unique<Process>(Words{kSimulator});
+  void Start(const char* option = "--update-fails") {
+    simulator_ = std::make_unique<Process>(Words{kSimulator, option});
     ASSERT_TRUE(simulator_->WaitForLine("hlx-simulator: ready on com.vorn.linux.systemservice")) << simulator_->Err();
   }
 
@@ -70,11 +70,13 @@ class SimulatorTest : public testing::Test {
 
   /// Calls a method with a tuple in GVariant's text form: what came back, or the error's text.
   std::string Call(const char* method, const std::string& arguments = "@() ()",
-                   const char* interface = "com.vorn.linux.system") const {
+                   const std::string& interface = "com.vorn.linux.system") const {
+    const bool to_bus = interface == "org.freedesktop.DBus";
     GError* failure = nullptr;
     const GLibPtr<GVariant> answer(g_dbus_connection_call_sync(
-        bus_.get(), "com.vorn.linux.systemservice", "/com/vorn/linux/systemservice", interface, method,
-        g_variant_new_parsed(arguments.c_str()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &failure));
+        bus_.get(), to_bus ? interface.c_str() : "com.vorn.linux.systemservice", "/com/vorn/linux/systemservice",
+        interface.c_str(), method, g_variant_new_parsed(arguments.c_str()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
+        nullptr, &failure));
     if (failure != nullptr) return GLibPtr<GError>(failure)->message;
     return GLibPtr<gchar>(g_variant_print(answer.get(), FALSE)).get();
   }
@@ -87,37 +89,15 @@ class SimulatorTest : public testing::Test {
   static void ExpectEnd(Words words, int code, const std::string& text) {
     words.insert(words.begin(), kSimulator);
     Process process(words);
-    EXPECT_EQ(code, process.Wait());
-    EXPECT_THAT(process.Err(), HasSubstr(text));
+    EXPECT_EQ(code, process.Wait()) << words.at(1) << process.Err();
+    EXPECT_THAT(process.Out() + process.Err(), HasSubstr(text));
   }
 
   std::unique_ptr<Process> simulator_;
   GLibPtr<GDBusConnection> bus_;
 };
 
-TEST_F(SimulatorTest, DescribesAnswersAndPrintsEveryMethod) {
-  const std::string xml = Call("Introspect", "@() ()", "org.freedesktop.DBus.Introspectable");
-  // clang-format off
-  const std::map<std::string, std::string> arguments = {
-      {"", "@() ()"}, {"y", "(byte 1,)"}, {"yy", "(byte 1, byte 255)"}, {"b", "(true,)"}, {"i", "(-1,)"},
-      {"u", "(uint32 4294967295,)"}, {"s", "('text',)"}, {"SetLogoInfo", Record({1, 2, 3, 4, 5})},
-      {"SetCurDate", Record({2024, 2, 29, 4})}, {"SetCurTime", Record({23, 59, 59})},
-      {"SetGpsUTCTimeSync", Record({1901, 12, 13, 5, 20, 45, 52})}};
-  // clang-format on
-  int count = 0;
-  for (auto** method = com_vorn_linux_system_interface_info()->methods; *method != nullptr; ++method, ++count) {
-    const std::string name = (*method)->name;
-    std::string signature;
-    for (auto** arg = (*method)->in_args; arg != nullptr && *arg != nullptr; ++arg) signature += (*arg)->signature;
-    EXPECT_EQ(name == "SetGpsUTCTimeSync" ? "(true,)" : "()",
-              Call(name.c_str(), arguments.at(signature == "v" ? name : signature)));
-    ExpectLines({"call " + name + "("});
-    EXPECT_NE(std::string::npos, xml.find("<method name=\"" + name + "\"")) << name;
-  }
-  EXPECT_EQ(54, count);
-}
-
-TEST_F(SimulatorTest, RefusesBadArgumentsByName) {
+TEST_F(SimulatorTest, RefusesWhatIsWrongAndNamesIt) {
   const std::vector<std::array<std::string, 3>> calls = {
       {"SetTimeZone", "(byte 79,)", "SetTimeZone: zone: 79 is not within 0 to 78"},
       {"SetCurDate", Record({2024, 2, 29}), "SetCurDate: dateInfo: a byte array of 16 bytes is needed, not 12"},
@@ -130,99 +110,158 @@ TEST_F(SimulatorTest, RefusesBadArgumentsByName) {
                 testing::AllOf(HasSubstr("org.freedesktop.DBus.Error.InvalidArgs"), HasSubstr(text)));
   }
   const std::vector<std::pair<Words, const char*>> commands = {
-      {{"emit", "NoSuchSignal"}, "there is no signal NoSuchSignal"},
-      {{"emit", "OnRadarInfoChangedSignal", "1", "2", "3"}, "OnRadarInfoChangedSignal takes 4, not 3"},
-      {{"emit", "KeyStateChangeSignal", "1", "256"}, "state: 256 is not within 0 to 255"},
-      {{"emit", "CarSpeedChangeSignal", "-1"}, "speed: -1 is not within 0 to 4294967295"},
-      {{"emit", "ScreenStateChangeSignal", "2"}, "isScreenOn: 2 is not within 0 to 1"},
-      {{"set", "misc.nothing", "1"}, "there is no field misc.nothing"},
+      {{"emit", "AccStateChangeSignl", "1"},
+       "there is no signal 'AccStateChangeSignl'; did you mean AccStateChangeSignal"},
+      {{"emit", "OnRadarInfoChangedSignal", "1", "2", "3"}, "OnRadarInfoChangedSignal takes 4 arguments, not 3"},
+      {{"emit", "KeyStateChangeSignal", "1", "256"},
+       "KeyStateChangeSignal: state: '256' is not allowed; allowed: 0 to 255"},
+      {{"emit", "CarSpeedChangeSignal", "-1"}, "speed: '-1' is no"},
+      {{"emit", "ScreenStateChangeSignal", "2"}, "isScreenOn: '2'"},
+      {{"emit", "OnHeadLightStateChange", "\xff"}, "is no UTF-8 text"},
+      {{"emit"}, "emit takes SIGNAL"},
+      {{"set", "misc.dors", "1"}, "there is no value 'misc.dors'; did you mean misc.doors"},
       {{"set", "misc.can_version", std::string(32, 'x')}, "misc.can_version: a text of 32 bytes does not fit"},
-      {{"set", "misc.simple_environment_temperature", "-129"}, "not within -128 to 127"},
+      {{"set", "misc.can_version", "\xff"}, "is no UTF-8 text"},
+      {{"set", "power.acc", "perhaps"}, "power.acc: 'perhaps' is not allowed; allowed: on or off (1 or 0)"},
+      {{"set", "time.date", "2024-02-29"}, "time.date cannot be set: the unit decides it"},
+      {{"set", "info.arm_version", "V1"}, "info.arm_version comes from the unit's configuration and files"},
+      {{"set", "power.acc"}, "set takes NAME VALUE"},
+      {{"get", "powr"}, "there is no area 'powr'; did you mean power?"},
+      {{"calls", "SetLogos"}, "there is no method 'SetLogos'; did you mean SetLogo"},
+      {{"list", "things"}, "there is no kind 'thing'"},
+      {{"reboot", "--warm"}, "--warm"},
       {{"--loud"}, "--loud"}};
   for (const auto& [words, text] : commands) ExpectEnd(words, 2, text);
 }
 
-TEST_F(SimulatorTest, SettingsSurviveARestart) {
-  for (const std::string command :
-       {"SetPowerOffDelayTime(byte 33,)", "SetRetainACCSec(300,)", "SetColorType(byte 9,)", "SetLedAnimation(byte 0,)",
-        "SetScreenLightLevel(byte 1, byte 2)", "SetButtonLightValue(byte 0, byte 255)", "SetLightDetectStyle(byte 1,)",
-        "SetLightFixDayStyle(byte 1,)", "SetDrivePosition(true,)", "EnableCanBoxModule(true,)",
-        "SetRvcOffDelaySwitch(true,)", "SetHandbrakeCheckingSwitch(true,)", "SetTime24Mode(true,)",
-        "SetAutoSyncMode(true,)", "SetAutoAdjustDstMode(true,)", "SetTimeZone(byte 78,)"}) {
-    const auto bracket = command.find('(');
-    EXPECT_EQ("()", Call(command.substr(0, bracket).c_str(), command.substr(bracket))) << command;
+TEST_F(SimulatorTest, SettingsSurviveARestartAndEndWithTheFactoryReset) {
+  Words all = {"get"};
+  const std::vector<std::array<const char*, 4>> settings = {
+      // call, value, set, of the factory
+      {"SetPowerOffDelayTime(byte 33,)", "power.power_off_delay", "33", "0"},
+      {"SetRetainACCSec(300,)", "power.retain_acc", "44", "0"},
+      {"SetColorType(byte 3,)", "power.button_color", "blue", "red"},
+      {"SetLedAnimation(byte 0,)", "power.led_animation", "off", "on"},
+      {"SetScreenLightLevel(byte 1, byte 2)", "power.brightness_night", "2", "0"},
+      {"SetScreenLightLevel(byte 0, byte 2)", "power.brightness_day", "2", "70"},
+      {"SetButtonLightValue(byte 1, byte 255)", "power.button_brightness_night", "255", "9"},
+      {"SetLightDetectStyle(byte 1,)", "power.light_auto_detect", "on", "off"},
+      {"SetLightFixDayStyle(byte 1,)", "power.light_fixed_day", "on", "off"},
+      {"SetDrivePosition(true,)", "misc.drive_position", "left", "right"},
+      {"EnableCanBoxModule(true,)", "misc.can_box", "on", "off"},
+      {"SetRvcOffDelaySwitch(true,)", "misc.rear_view_delay", "on", "off"},
+      {"SetTime24Mode(true,)", "time.24_hour", "on", "off"},
+      {"SetAutoSyncMode(true,)", "time.auto_sync", "on", "off"},
+      {"SetAutoAdjustDstMode(true,)", "time.auto_dst", "on", "off"},
+      {"SetTimeZone(byte 78,)", "time.zone", "Asia/Tokyo", "Europe/Berlin"}};
+  std::string set;
+  std::string factory;
+  for (const auto& row : settings) {
+    const std::string call = row[0];
+    EXPECT_EQ("()", Call(call.substr(0, call.find('(')).c_str(), call.substr(call.find('('))));
+    all.emplace_back(row[1]);
+    set += std::string(row[2]) + "\n";
+    factory += std::string(row[3]) + "\n";
   }
-  for (const bool restarted : {false, true}) {
-    if (restarted) {
-      EXPECT_EQ(0, simulator_->Terminate());
-      ForgetSegments();
-      Start();
-    }
-    const auto& p = Map<PowerShmData>(SHM_POWER_DATA_KEY_ID);
-    const auto& m = Map<MiscShmData>(SHM_MISC_DATA_KEY_ID);
-    const auto& t = Map<TimeShmData>(SHM_TIME_DATA_KEY_ID);
-    EXPECT_THAT((std::vector<int64_t>{p._power_delay_time, p._power_retain_acc_sec, p._screen_day_level,
-                                      p._screen_night_level, p.button_day_level, p.button_night_level, p.color_type,
-                                      p.led_animation, p.is_light_auto_detect, p.is_light_day_fix}),
-                ElementsAre(33, 300 & 255, 70, 2, 255, 9, 9, 0, 1, 1));
-    EXPECT_THAT((std::vector<int64_t>{m._is_left_position, m._can_box_enble, m._is_rvc_delay, t._time_24_mode,
-                                      t._auto_sync_mode, t.auto_adjust_dst_mode, t._cur_zone, m.is_handbrake_test_on}),
-                ElementsAre(1, 1, 1, 1, 1, 1, 78, restarted ? 0 : 1));
-  }
-}
-
-TEST_F(SimulatorTest, ClockRunsInTheSelectedZone) {
-  const auto& t = Map<TimeShmData>(SHM_TIME_DATA_KEY_ID);
-  const auto now = [&t] {
-    const auto& [year, month, day, week] = t.cur_date;
-    return std::vector<int>{year, month, day, week, t.cur_time.hour, t.cur_time.minute, t.is_cur_zone_dst_active};
+  const auto restart = [this](const char* option) {
+    EXPECT_EQ(0, simulator_->Terminate());
+    ForgetSegments();
+    Start(option);
   };
-  EXPECT_EQ(1, t._is_time_reset_need);
-  Call("SetGpsUTCTimeSync", Record({2024, 7, 1, 0, 12, 30, 5}));  // the configured zone is Berlin
-  EXPECT_THAT(now(), ElementsAre(2024, 7, 1, 1, 14, 30, 1));
-  ExpectLines({"emit OnDstStatusChangeSignal(isDst=true)", "emit OnDateInfoChangeSignal(type=1)"});
-  Call("SetTimeZone", "(byte 78,)");
-  EXPECT_THAT(now(), ElementsAre(2024, 7, 1, 1, 21, 30, 0));
-  ExpectLines({"emit OnDstStatusChangeSignal(isDst=false)"});
-  Call("SetCurDate", Record({2028, 2, 28, 6}));
-  Call("SetCurTime", Record({23, 59, 59}));
-  ExpectLines({"call SetCurTime", "emit OnDateInfoChangeSignal(type=1)", "emit OnDateInfoChangeSignal(type=0)"});
-  EXPECT_THAT(now(), ElementsAre(2028, 2, 29, 2, 0, 0, 0));
+  ExpectEnd(all, 0, set);
+  restart("--fresh");
+  ExpectEnd(all, 0, factory);
+  restart("--quiet");
+  ExpectEnd(all, 0, set);
+  Call("SetOnPSChange", "('Radio 1',)");
+  ExpectEnd({"get", "inbox.ps_text"}, 0, "Radio 1\n");
+  Call("ResetFactoryMode");
+  ExpectEnd(all, 0, factory);
+  ExpectEnd({"get", "inbox.ps_text"}, 0, "\n");
+  restart("--quiet");
+  ExpectEnd(all, 0, factory);
 }
 
-TEST_F(SimulatorTest, PlaysUpdatesAndPowerKey) {
-  ExpectEnd({"set", "update.duration", "1"}, 0, "");
+TEST_F(SimulatorTest, RemembersCallsAndLetsWaitForThem) {
+  ExpectEnd({"calls", "--wait", "SetLogo", "--timeout", "0"}, 124, "no call of SetLogo within 0 s");
+  Process waiting({kSimulator, "calls", "--wait", "SetLogo", "--json"});
+  while (Call("SetOnVolChange", "(7,)") == "()" && waiting.Wait(Process::Seconds(0)) == Process::kRunning) {
+    Call("SetLogo", "(uint32 4294967295,)");
+  }
+  EXPECT_EQ(0, waiting.Wait());
+  EXPECT_THAT(waiting.Out(),
+              testing::MatchesRegex(
+                  R"(\{"wall":"20[0-9T:.+-]*","call":"SetLogo","args":\{"nLogo":4294967295\},"sender":":1\.[0-9]*"\}
+)"));
+  Call("SetLogoInfo", Record({1, 320, 240, 2, 4096}));
+  ExpectEnd({"calls", "SetLogoInfo"}, 0, R"(SetLogoInfo(nLogo="1 320 240 2 4096")  from :1.)");
+  ExpectEnd({"get", "inbox.logo", "inbox.volume", "inbox.logo_info"}, 0,
+            "4294967295\n7\nid 1, 320 x 240, format 2, 4096 bytes\n");
+  ExpectEnd({"calls", "--clear"}, 0, "");
+  Process none({kSimulator, "calls"});
+  EXPECT_EQ(0, none.Wait());
+  EXPECT_EQ("", none.Out());
+}
+
+TEST_F(SimulatorTest, RebootsInPlace) {
+  const auto& power = Map<PowerShmData>(SHM_POWER_DATA_KEY_ID);
+  const auto& misc = Map<MiscShmData>(SHM_MISC_DATA_KEY_ID);
+  const struct {
+    const char* how;
+    unsigned speed, cold, reason;
+  } kBoots[] = {{"--acc", 50, 0, 1}, {"--reset", 0, 0, 3}, {"--cold", 0, 1, 0}};
+  for (const auto& boot : kBoots) {
+    SCOPED_TRACE(boot.how);
+    ExpectEnd({"set", "misc.car_speed", "50"}, 0, "");
+    ExpectEnd({"set", "power.head_lights", "on"}, 0, "");
+    const std::string owner = Call("GetNameOwner", "('com.vorn.linux.systemservice',)", "org.freedesktop.DBus");
+    ExpectEnd({"reboot", boot.how}, 0, "");
+    ExpectLines({"emit OnMcuBootTypeNotifySignal(reason=" + std::to_string(boot.reason) + ")"});
+    EXPECT_NE(owner, Call("GetNameOwner", "('com.vorn.linux.systemservice',)", "org.freedesktop.DBus"));
+    EXPECT_THAT(
+        (std::vector<unsigned>{misc.car_speed, power.head_light_state, power.is_cold_boot, power.mcu_boot_type}),
+        ElementsAre(boot.speed, 0, boot.cold, boot.reason));
+  }
+}
+
+TEST_F(SimulatorTest, PlaysUpdates) {
+  ExpectEnd({"set", "unit.update_seconds", "1"}, 0, "");
+  Call("CanUpdate", "(1,)");
+  ExpectLines({"emit UpdateCanProcess(CanProcessValue=50)", "emit UpdateCanProcess(CanProcessValue=-1)"});
+  ExpectEnd({"set", "unit.update_fails", "no"}, 0, "");
   Call("ApplyUpdate", "(2,)");
   Call("ApplyMpuUpdate");
   ExpectLines({"emit UpdateRequestResultInformSignal(result=0)", "emit OnMpuUpdateStateNotify(state=1)",
                "emit UpdateRequestResultInformSignal(result=2)", "emit OnMpuUpdateStateNotify(state=3)",
                "emit OnMcuUpdateStateNotify(state=1)", "emit OnMcuUpdateProgressNotify(progress=0)",
                "emit OnMcuUpdateProgressNotify(progress=100)", "emit OnMcuUpdateStateNotify(state=3)"});
-  ExpectEnd({"set", "update.fails", "1"}, 0, "");
-  Call("CanUpdate", "(1,)");
-  ExpectLines({"emit UpdateCanProcess(CanProcessValue=50)", "emit UpdateCanProcess(CanProcessValue=-1)"});
-
-  const auto& power = Map<PowerShmData>(SHM_POWER_DATA_KEY_ID);
-  Call("RequestPowerOffState", "(true,)");
-  EXPECT_EQ(16U, power.radio_on_state);
-  Call("ConfirmPreRadioOffState", "(1,)");
-  EXPECT_EQ(0U, power.radio_on_state);
-  ExpectLines({"emit OnPowerPreRadioOffNotify()", "emit RadioStateChangeSignal(state=0)"});
 }
 
 TEST_F(SimulatorTest, StartsAndStopsCleanly) {
-  ExpectEnd({}, 1, "hlx-simulator: the name com.vorn.linux.systemservice is already taken");
+  ExpectEnd({}, 1, "hlx-simulator: another simulator runs on this bus");
   Process busless({"env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent", kSimulator});
   EXPECT_EQ(1, busless.Wait());
   EXPECT_THAT(busless.Err(), HasSubstr("hlx-simulator: cannot reach the session bus: "));
+  ExpectEnd({"--mcu-version", std::string(256, 'x')}, 1, "another simulator");
   simulator_->Signal(SIGINT);
   EXPECT_EQ(0, simulator_->Wait());
+  EXPECT_EQ("", simulator_->Err());  // the library's records are for --verbose
   ExpectEnd({"emit", "OnFactoryResetModeSignal"}, 1, "no simulator runs on this bus");
   ForgetSegments();
   EXPECT_NE(-1, shmget(static_cast<key_t>(SHM_MISC_DATA_KEY_ID), 100, IPC_CREAT | 0666));
-  ExpectEnd({}, 1, "hlx-simulator: cannot have the misc segment (key 0xA8800082, 232 bytes): Invalid argument");
+  ExpectEnd({"--quiet"}, 1,
+            "hlx-simulator: cannot have the misc segment (key 0xA8800082, 232 bytes): Invalid argument");
   ForgetSegments();
-  Start();
+  Call("RequestName", "('com.vorn.linux.systemservice', uint32 4)", "org.freedesktop.DBus");
+  ExpectEnd({"--quiet"}, 1, "hlx-simulator: the name com.vorn.linux.systemservice is already taken");
+  Call("ReleaseName", "('com.vorn.linux.systemservice',)", "org.freedesktop.DBus");
+  ExpectEnd({"--mcu-version", std::string(256, 'x')}, 2,
+            "--mcu-version: a text of 256 bytes does not fit, at most 255");
+  unsetenv("HLX_HOST_CONFIG");
+  Start("--fresh");
+  EXPECT_THAT(simulator_->Err(),
+              HasSubstr("playing the unit of " HLX_SOURCE_DIR "/platform/host/platform.conf.sample\n"));
+  ExpectEnd({"get", "power.brightness_day", "time.zone"}, 0, "80\nEurope/Berlin\n");
 }
 
 }  // namespace

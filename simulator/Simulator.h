@@ -1,0 +1,48 @@
+/// The simulated unit as a whole: its state, the service on the bus, and what happens between the two.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "simulator/model/Unit.h"
+#include "simulator/service/CallLog.h"
+#include "simulator/service/MethodTable.h"
+#include "simulator/service/Service.h"
+
+class Simulator {
+ public:
+  struct Options {
+    std::string mcu_version = "SIM-MCU-1.04.27";
+    bool quiet = false;
+    bool fresh = false;  ///< the records are cleared, whatever somebody left in them
+  };
+
+  /// Maps the records and looks what a factory-new unit holds; nobody is told yet. @throws std::runtime_error that
+  /// names the segment that is not to be had
+  explicit Simulator(const Options& options);
+  Simulator(const Simulator&) = delete;
+  Simulator& operator=(const Simulator&) = delete;
+
+  /// Owns the service's name and answers its calls from here on. @throws std::runtime_error when somebody else owns it
+  void Start();
+
+  Unit& unit() { return unit_; }
+  Models& models() { return models_; }
+  CallLog& calls() { return calls_; }
+  Service& service() { return service_; }
+
+  /// One line for the person who watches.
+  void Journal(const std::string& line) const;
+
+ private:
+  LifeCycle::Hooks Hooks();
+  void Booted(bool cold);
+  void OnCall(GDBusMethodInvocation* call);
+  void OnAnnounced(const catalog::Signal& signal, GVariant* tuple);
+
+  const Options options_;
+  Unit unit_;
+  CallLog calls_;
+  Service service_;
+  Models models_;
+};

@@ -1,0 +1,170 @@
+#include "simulator/cli/Verbs.h"
+
+#include <cstdio>
+#include <nlohmann/json.hpp>
+
+#include "simulator/cli/ControlClient.h"
+#include "simulator/control/Lists.h"
+#include "simulator/model/ValueNames.h"
+#include "simulator/model/Values.h"
+
+using nlohmann::ordered_json;
+
+namespace {
+
+/// What goes over the bus is UTF-8, and GVariant insists on it.
+const std::string& Checked(const std::string& word) {
+  if (g_utf8_validate(word.c_str(), static_cast<gssize>(word.size()), nullptr) == FALSE) {
+    const GLibPtr<gchar> valid(g_utf8_make_valid(word.c_str(), static_cast<gssize>(word.size())));
+    throw VerbError(kExitBadArgument, std::string("'") + valid.get() + "' is no UTF-8 text");
+  }
+  return word;
+}
+
+ordered_json JsonOf(const catalog::Scalar& scalar) {
+  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return *whole;
+  if (const auto* const number = std::get_if<double>(&scalar)) return *number;
+  const auto* const text = std::get_if<std::string>(&scalar);
+  return text == nullptr || text->empty() ? ordered_json() : ordered_json(*text);
+}
+
+struct Told {
+  std::string name;
+  catalog::Scalar scalar;
+};
+
+std::vector<Told> Ask(const Words& names) {
+  GVariantBuilder builder;
+  g_variant_builder_init(&builder, G_VARIANT_TYPE("as"));
+  for (const std::string& name : names) g_variant_builder_add(&builder, "s", Checked(name).c_str());
+  const auto answer = ControlClient().Call("Get", g_variant_new("(as)", &builder), "(a(sv))");
+  const GLibPtr<GVariant> array(g_variant_get_child_value(answer.get(), 0));
+  std::vector<Told> values;
+  for (gsize i = 0; i < g_variant_n_children(array.get()); ++i) {
+    const GLibPtr<GVariant> entry(g_variant_get_child_value(array.get(), i));
+    const gchar* name = nullptr;
+    GVariant* boxed = nullptr;
+    g_variant_get(entry.get(), "(&sv)", &name, &boxed);
+    values.push_back({name, ScalarOf(GLibPtr<GVariant>(boxed).get())});
+  }
+  return values;
+}
+
+void PrintCall(GVariant* call, bool json) {
+  gint64 time = 0;
+  const gchar* sender = nullptr;
+  const gchar* method = nullptr;
+  GVariant* dictionary = nullptr;
+  g_variant_get(call, "(x&s&s@a{sv})", &time, &sender, &method, &dictionary);
+  const GLibPtr<GVariant> arguments(dictionary);
+  ordered_json by_name = ordered_json::object();
+  for (gsize i = 0; i < g_variant_n_children(dictionary); ++i) {
+    const GLibPtr<GVariant> entry(g_variant_get_child_value(dictionary, i));
+    const gchar* name = nullptr;
+    GVariant* boxed = nullptr;
+    g_variant_get(entry.get(), "{&sv}", &name, &boxed);
+    by_name[name] = JsonOf(ScalarOf(GLibPtr<GVariant>(boxed).get()));
+  }
+  GDateTime* const utc = g_date_time_new_from_unix_local(time / G_USEC_PER_SEC);
+  const GLibPtr<gchar> clock(g_date_time_format(utc, json ? "%FT%T" : "%T"));
+  const GLibPtr<gchar> zone(g_date_time_format(utc, "%:z"));
+  g_date_time_unref(utc);
+  const int micros = static_cast<int>(time % G_USEC_PER_SEC);
+  if (json) {
+    char wall[80];
+    std::snprintf(wall, sizeof wall, "%s.%06d%s", clock.get(), micros, zone.get());
+    const ordered_json line = {{"wall", wall}, {"call", method}, {"args", by_name}, {"sender", sender}};
+    std::puts(line.dump().c_str());
+    return;
+  }
+  std::string text;
+  for (const auto& [name, value] : by_name.items()) text += (text.empty() ? "" : ", ") + name + "=" + value.dump();
+  std::printf("%s.%03d  %s(%s)  from %s\n", clock.get(), micros / 1000, method, text.c_str(), sender);
+}
+
+}  // namespace
+
+void SetVerb(const Words& words, bool silent) {
+  Words given;
+  for (const std::string& word : words) {
+    if (word == "--silent") {
+      silent = true;
+    } else {
+      given.push_back(Checked(word));
+    }
+  }
+  if (given.size() != 2) throw VerbError(kExitBadArgument, "set takes NAME VALUE; see hlx-simulator list values");
+  ControlClient().Call(
+      "Set", g_variant_new("(svb)", given[0].c_str(), g_variant_new_string(given[1].c_str()), silent ? TRUE : FALSE));
+}
+
+void GetVerb(const Words& words, const GetOptions& options) {
+  const std::vector<Told> values = Ask(words);
+  ordered_json json = ordered_json::object();
+  bool areas = words.empty();
+  for (const std::string& word : words) areas = areas || word.find('.') == std::string::npos;
+  for (const Told& value : values) {
+    const NamedValue named = ValueNamed(value.name);
+    const catalog::Reading& reading = named.reading();
+    const catalog::Reading plain = catalog::Decimal("", reading.decimals);
+    const bool bare = options.raw && !std::holds_alternative<std::string>(value.scalar);
+    const std::string text = bare ? catalog::InWords(plain, value.scalar) : InWords(named, value.scalar);
+    if (options.json) {
+      json[value.name] = options.raw || std::holds_alternative<double>(value.scalar) ||
+                                 reading.kind == catalog::Reading::Kind::kCount ||
+                                 reading.kind == catalog::Reading::Kind::kNumber
+                             ? JsonOf(value.scalar)
+                             : JsonOf(text);
+    } else if (areas) {
+      std::printf("%-32s %s\n", value.name.c_str(), text.c_str());
+    } else {
+      std::puts(text.c_str());
+    }
+  }
+  if (options.json) std::puts(json.dump(2).c_str());
+}
+
+void EmitVerb(const Words& words) {
+  if (words.empty())
+    throw VerbError(kExitBadArgument, "emit takes SIGNAL [ARGUMENT...]; see hlx-simulator list signals");
+  GVariantBuilder arguments;
+  g_variant_builder_init(&arguments, G_VARIANT_TYPE("av"));
+  for (const std::string& word : words) Checked(word);
+  for (std::size_t i = 1; i < words.size(); ++i) {
+    g_variant_builder_add(&arguments, "v", g_variant_new_string(words[i].c_str()));
+  }
+  ControlClient().Call("Emit", g_variant_new("(sav)", words[0].c_str(), &arguments));
+}
+
+void ListVerb(const std::string& kind, bool markdown) {
+  if (markdown) {
+    std::fputs(MarkdownTable(kind).c_str(), stdout);
+    return;
+  }
+  const bool plural = !kind.empty() && kind.back() == 's';
+  const std::vector<ListEntry> entries = ListOf(plural ? kind.substr(0, kind.size() - 1) : kind);
+  std::string heading;
+  for (const ListEntry& entry : entries) {
+    if (kind.empty() && entry.kind != heading) std::printf("%s%ss\n", heading.empty() ? "" : "\n", entry.kind.c_str());
+    heading = entry.kind;
+    std::printf("%s%-40s %s\n", kind.empty() ? "  " : "", entry.name.c_str(), entry.takes.c_str());
+  }
+}
+
+void CallsVerb(const CallsOptions& options) {
+  const ControlClient client;
+  const char* const method = Checked(options.method).c_str();
+  if (options.wait) {
+    const auto answer = client.Call("WaitCall", g_variant_new("(sd)", method, options.seconds), "((xssa{sv}))");
+    PrintCall(GLibPtr<GVariant>(g_variant_get_child_value(answer.get(), 0)).get(), options.json);
+  } else if (!options.clear) {
+    const auto answer = client.Call("Calls", g_variant_new("(s)", method), "(a(xssa{sv}))");
+    const GLibPtr<GVariant> calls(g_variant_get_child_value(answer.get(), 0));
+    for (gsize i = 0; i < g_variant_n_children(calls.get()); ++i) {
+      PrintCall(GLibPtr<GVariant>(g_variant_get_child_value(calls.get(), i)).get(), options.json);
+    }
+  }
+  if (options.clear) client.Call("ClearCalls", nullptr);
+}
+
+void RebootVerb(const std::string& how) { ControlClient().Call("Reboot", g_variant_new("(s)", how.c_str())); }

@@ -1,0 +1,35 @@
+/// What `hlx-simulator set`, `get` and the other verbs do with the running simulator. All throw VerbError.
+#pragma once
+
+#include <string>
+#include <vector>
+
+using Words = std::vector<std::string>;
+
+/// NAME VALUE
+void SetVerb(const Words& words, bool silent);
+
+struct GetOptions {
+  bool raw = false;  ///< numbers instead of words
+  bool json = false;
+};
+/// Names of values or areas; all without one.
+void GetVerb(const Words& words, const GetOptions& options);
+
+/// SIGNAL ARGUMENT…
+void EmitVerb(const Words& words);
+
+/// Needs no running simulator. `kind`: "values" and so on, all when empty.
+void ListVerb(const std::string& kind, bool markdown);
+
+struct CallsOptions {
+  std::string method;  ///< of this one only
+  bool json = false;
+  bool clear = false;
+  bool wait = false;
+  double seconds = 10;
+};
+void CallsVerb(const CallsOptions& options);
+
+/// "cold", "acc" or "reset"
+void RebootVerb(const std::string& how);

@@ -1,0 +1,40 @@
+/// The simulated system service on the bus.
+#pragma once
+
+#include <functional>
+
+#include "catalog/Signal.h"
+#include "simulator/service/Skeleton.h"
+
+constexpr char kServiceName[] = "com.vorn.linux.systemservice";
+constexpr char kServicePath[] = "/com/vorn/linux/systemservice";
+
+/// A bus connection of its own, which comes and goes with the service.
+class Service {
+ public:
+  /// @param on_call  answers a call, now or later
+  explicit Service(Skeleton::Handler on_call);
+  ~Service();
+  Service(const Service&) = delete;
+  Service& operator=(const Service&) = delete;
+
+  /// Connects, exports the interface, and owns the name. @throws std::runtime_error when somebody else owns it
+  void Open();
+  /// Ends the connection without a word, as the end of a process does.
+  void Close();
+  bool IsOpen() const { return connection_ != nullptr; }
+
+  /// Gives the name away, or has it again; the connection stays.
+  void ReleaseItsName();
+  void OwnItsName();
+
+  /// Nothing while it is closed.
+  void Send(const catalog::Signal& signal, GVariant* tuple);
+
+  /// Calls `done` when the bus has taken everything that was sent so far; at once while it is closed.
+  void WhenSent(std::function<void()> done);
+
+ private:
+  GLibPtr<GDBusConnection> connection_;
+  Skeleton skeleton_;
+};
