@@ -25,7 +25,7 @@ struct Command {
   /// failed, or the service said no. A command that returns nothing gives true: see HLX_GetLastCallError().
   bool (*call)(const Clients& clients, const std::vector<Scalar>& arguments) = nullptr;
   const char* changes[4] = {};  ///< the names of the area's values that it changes, null behind the last
-  const char* follows[3] = {};  ///< the signals that may follow, null behind the last; none: nothing is announced
+  const char* follows[4] = {};  ///< the signals that may follow, null behind the last; none: nothing is announced
 
   View<Parameter> Parameters() const;
 };

@@ -110,8 +110,8 @@ constexpr bool kNoQuestion = false;
 
 // clang-format off
 constexpr Command kCommands[] = {
-    POWER("shutdown", "Shut the unit down", P(), ShutDown, "ShutDown", P(), P(), kAsk),
-    POWER("reset", "Restart the unit", P(), Reset, "Reset", P(), P(), kAsk),
+    POWER("shutdown", "Shut the unit down", P(), ShutDown, "ShutDown", P("screen", "radio"), P("ScreenStateChangeSignal", "RadioStateChangeSignal"), kAsk),
+    POWER("reset", "Restart the unit", P(), Reset, "Reset", P("boot_reason", "cold_boot", "screen", "radio"), P("OnMcuBootTypeNotifySignal", "BatteryBootStateChangeSignal", "ScreenStateChangeSignal", "RadioStateChangeSignal"), kAsk),
     POWER("screen", "Screen on or off", P(kOn), SetScreenLightOn, "SetScreenLightOn", P("screen"), P("ScreenStateChangeSignal"), kNoQuestion),
     POWER("brightness", "Screen brightness", P(kLightParameter, kLevel), SetScreenLightLevel, "SetScreenLightLevel", P("brightness_day", "brightness_night"), P("ScreenLightLevelChangedSignal"), kNoQuestion),
     POWER("reset-brightness", "Screen brightness back to the defaults", P(), ResetScreenBackLight, "ResetScreenBackLight", P("brightness_day", "brightness_night"), P("ScreenLightLevelChangedSignal"), kNoQuestion),
@@ -124,8 +124,8 @@ constexpr Command kCommands[] = {
     POWER("reset-button-brightness", "Button brightness back to the defaults", P(), ResetButtonBackLight, "ResetButtonBackLight", P("button_brightness_day", "button_brightness_night"), P("ButtonLightLevelChangedSignal"), kNoQuestion),
     POWER("button-color", "Colour of the button LEDs", P(Parameter{"color", Named(kColor)}), SetColorType, "SetColorType", P("button_color"), P("ButtonColorChangedSignal"), kNoQuestion),
     POWER("led-animation", "Animation of the button LEDs", P(kOn), SetLedAnimation, "SetLedAnimation", P("led_animation"), P(), kNoQuestion),
-    POWER("power-off", "As the power key does", P(Parameter{"press", Flag(kKeyPress)}), RequestPowerOffState, "RequestPowerOffState", P("radio"), P("OnPowerPreRadioOffNotify", "RadioStateChangeSignal"), kNoQuestion),
-    POWER("confirm-radio-off", "Answer OnPowerPreRadioOffNotify", P(Parameter{"param", kAnyInt}), ConfirmPreRadioOffState, "ConfirmPreRadioOffState", P("radio"), P("RadioStateChangeSignal"), kNoQuestion),
+    POWER("power-off", "As the power key does", P(Parameter{"press", Flag(kKeyPress)}), RequestPowerOffState, "RequestPowerOffState", P("radio", "screen"), P("OnPowerPreRadioOffNotify", "RadioStateChangeSignal", "ScreenStateChangeSignal"), kNoQuestion),
+    POWER("confirm-radio-off", "Answer OnPowerPreRadioOffNotify", P(Parameter{"param", kAnyInt}), ConfirmPreRadioOffState, "ConfirmPreRadioOffState", P("radio", "screen"), P("RadioStateChangeSignal", "ScreenStateChangeSignal"), kNoQuestion),
     POWER("power-off-delay", "Seconds from ACC off to power-off", P(Parameter{"seconds", Number("s").In(0, 255)}), SetPowerOffDelayTime, "SetPowerOffDelayTime", P("power_off_delay"), P("PowerOffDelayTimeChangeSignal"), kNoQuestion),
     POWER("retain-acc", "Seconds on after ACC off", P(Parameter{"seconds", Number("s").In(0, std::numeric_limits<int>::max())}), SetRetainACCSec, "SetRetainACCSec", P("retain_acc"), P(), kNoQuestion),
     POWER("bt-call", "State of the Bluetooth call", P(Parameter{"state", Named(kCall)}), SetBtCallState, "SetBtCallState", P(), P(), kNoQuestion),
@@ -163,11 +163,11 @@ constexpr Command kCommands[] = {
     {Area::kTime, false, "gps", "UTC from GPS; with \"off\" only into the record", {kDateParameter, kTimeParameter, {"send", Flag(kOnOff), "on"}}, "SetGpsUTCTimeSync", "SetGpsUTCTimeSync", &SendGpsTime, {"sync_time", "date", "time"}, {"OnDateInfoChangeSignal"}},
     {Area::kTime, false, "carplay", "UTC from CarPlay, in seconds since 1970", {{"seconds", kAnyInt}}, "SetCarplayTimeSync", "SetGpsUTCTimeSync", &SendCarplayTime, {"sync_time", "date", "time"}, {"OnDateInfoChangeSignal"}},
 
-    UPDATE("apply-all", "Update everything", P(), ApplyUpdateAll, "ApplyUpdateAll", P("mpu_state", "mcu_state", "mcu_progress"), P("OnMpuUpdateStateNotify", "OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"), kAsk),
-    UPDATE("apply-mpu", "Update the main processor", P(), ApplyMpuUpdate, "ApplyMpuUpdate", P("mpu_state"), P("OnMpuUpdateStateNotify"), kAsk),
-    UPDATE("apply-mcu", "Update the external MCU", P(), ApplyExternalMcuUpdate, "ApplyExternalMcuUpdate", P("mcu_state", "mcu_progress"), P("OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"), kAsk),
-    UPDATE("apply", "Update one part, or all", P(Parameter{"type", Named(kUpdateType)}), ApplyUpdate, "ApplyUpdate", P("request_result", "mpu_state", "mcu_state", "mcu_progress"), P("UpdateRequestResultInformSignal", "OnMpuUpdateStateNotify", "OnMcuUpdateStateNotify"), kAsk),
-    UPDATE("can", "Update of the CAN box", P(Parameter{"value", kAnyInt}), SetCanUpdata, "CanUpdate", P("can_progress"), P("UpdateCanProcess"), kAsk),
+    UPDATE("apply-all", "Update everything", P(), ApplyUpdateAll, "ApplyUpdateAll", P("request_result", "mpu_state", "mcu_state", "mcu_progress"), P("UpdateRequestResultInformSignal", "OnMpuUpdateStateNotify", "OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"), kAsk),
+    UPDATE("apply-mpu", "Update the main processor", P(), ApplyMpuUpdate, "ApplyMpuUpdate", P("request_result", "mpu_state"), P("UpdateRequestResultInformSignal", "OnMpuUpdateStateNotify"), kAsk),
+    UPDATE("apply-mcu", "Update the external MCU", P(), ApplyExternalMcuUpdate, "ApplyExternalMcuUpdate", P("request_result", "mcu_state", "mcu_progress"), P("UpdateRequestResultInformSignal", "OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"), kAsk),
+    UPDATE("apply", "Update one part, or all", P(Parameter{"type", Named(kUpdateType)}), ApplyUpdate, "ApplyUpdate", P("request_result", "mpu_state", "mcu_state", "mcu_progress"), P("UpdateRequestResultInformSignal", "OnMpuUpdateStateNotify", "OnMcuUpdateStateNotify", "OnMcuUpdateProgressNotify"), kAsk),
+    UPDATE("can", "Update of the CAN box", P(Parameter{"value", kAnyInt}), SetCanUpdata, "CanUpdate", P("request_result", "can_progress"), P("UpdateRequestResultInformSignal", "UpdateCanProcess"), kAsk),
 };
 // clang-format on
 #undef POWER

@@ -7,9 +7,15 @@
 #include "IHLXSystemTimeListener.h"
 #include "IHLXUpdateListener.h"
 
-/// Listeners with an empty body for every callback, for applications that care for a few of them: derive from one and
-/// override what you need. What each callback means stands with its interface.
+/// @addtogroup listeners
+/// @{
 
+/// @name Listeners with an empty body for every callback
+/// For applications that care for a few of them: derive from one and override what you need. What each callback means
+/// stands with its interface.
+/// @{
+
+/// Hears nothing of power until you override something.
 class HLX_API HLXPowerListenerBase : public IHLXPowerListener {
  public:
   void OnScreenStateChange(int) override {}
@@ -31,6 +37,7 @@ class HLX_API HLXPowerListenerBase : public IHLXPowerListener {
   void OnHeadLightStateChange(int) override {}
 };
 
+/// Hears nothing of vehicle data and switches until you override something.
 class HLX_API HLXMiscListenerBase : public IHLXSystemMiscListener {
  public:
   void OnSpeakerStateChange(std::map<SystemMisc::Speaker, SystemMisc::SpeakerState>) override {}
@@ -86,6 +93,7 @@ class HLX_API HLXMiscListenerBase : public IHLXSystemMiscListener {
   void OnSteelMateRadarInfoChange(unsigned char, unsigned char, unsigned char, unsigned char) override {}
 };
 
+/// Hears nothing of the clock until you override something.
 class HLX_API HLXTimeListenerBase : public IHLXSystemTimeListener {
  public:
   void OnDateInfoChange(SystemTime::DateTime&) override {}
@@ -96,6 +104,7 @@ class HLX_API HLXTimeListenerBase : public IHLXSystemTimeListener {
   void OnExternalMcuTimeZoneChange(unsigned char) override {}
 };
 
+/// Hears nothing of updates until you override something.
 class HLX_API HLXUpdateListenerBase : public IHLXUpdateListener {
  public:
   void OnDetectValidUpdateFileNotify(HLXUpdate::UpdateNotifyResult) override {}
@@ -107,11 +116,15 @@ class HLX_API HLXUpdateListenerBase : public IHLXUpdateListener {
   void OnPackageStateChangeNotify(HLXUpdate::UpdatePackageState) override {}
 };
 
+/// Hears nothing of the connection until you override something.
 class HLX_API HLXConnectionListenerBase : public IHLXConnectionListener {
  public:
   void OnServiceLost() override {}
   void OnServiceBack() override {}
   void OnBusLost() override {}
 };
+
+/// @}
+/// @}
 
 #endif

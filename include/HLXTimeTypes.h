@@ -1,9 +1,13 @@
 #ifndef HLX_TIME_TYPES_H
 #define HLX_TIME_TYPES_H
 
+/// @addtogroup time
+/// @{
+
 /// Values of the time client. These records are also what travels to the service, byte by byte.
 namespace SystemTime {
 
+/// A date; 16 bytes on D-Bus.
 struct DateInfo {
   int year;   ///< four digits
   int month;  ///< 1 to 12
@@ -11,15 +15,17 @@ struct DateInfo {
   int week;   ///< day of the week, 0 (Sunday) to 6
 };
 
+/// A time of day; 12 bytes on D-Bus.
 struct TimeInfo {
   int hour;    ///< 0 to 23
   int minute;  ///< 0 to 59
   int second;  ///< 0 to 59, 60 in a leap second
 };
 
+/// A date and a time of day; 28 bytes on D-Bus.
 struct DateTime {
-  DateInfo date;
-  TimeInfo time;
+  DateInfo date;  ///< date
+  TimeInfo time;  ///< time of day
 };
 
 /// Time as Apple CarPlay delivers it.
@@ -111,6 +117,7 @@ enum TimeZone : int {
   TIME_ZONE_OSAKA = 78,                         ///< (GMT+09:00) Osaka, Sapporo, Tokyo
 };
 
+/// Number of zones.
 constexpr int kTimeZoneCount = 79;
 
 /// One zone as the service and every client publish it.
@@ -121,10 +128,12 @@ struct ZoneInfo {
 
 /// All zones; entry n describes zone n.
 struct ZoneList {
-  unsigned int zone_count;  ///< entries that are filled
-  ZoneInfo zone_table[kTimeZoneCount];
+  unsigned int zone_count;              ///< entries that are filled
+  ZoneInfo zone_table[kTimeZoneCount];  ///< by number of the zone
 };
 
 }  // namespace SystemTime
+
+/// @}
 
 #endif

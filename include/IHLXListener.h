@@ -7,7 +7,10 @@
 
 #include "HLXExport.h"
 
-/// The listener registry that every client with events is.
+/// @defgroup listeners Listeners
+/// @{
+
+/// The listener registry that every client with events is. `T` is the client's listener interface.
 ///
 /// Listeners are held by plain pointer, each at most once, in ascending order of their addresses, which is also the
 /// order of notification. The registry never deletes a listener: keep it alive until it is removed or the client is
@@ -30,6 +33,7 @@ class HLX_API IHLXListener {
 
   /// Registers `listener`; null is ignored, a listener that is already there stays once. Runs OnListenerAdded() for
   /// every non-null listener, new or not.
+  /// @param listener stays the caller's; must live until it is removed or the client is released
   virtual void AddListener(T* listener) {
     if (listener == nullptr) return;
     listeners_.insert(listener);
@@ -37,30 +41,35 @@ class HLX_API IHLXListener {
   }
 
   /// Forgets `listener`; null is ignored. Runs OnListenerRemoved() for every non-null listener, known or not.
+  /// @param listener the one to forget
   virtual void RemoveListener(T* listener) {
     if (listener == nullptr) return;
     listeners_.erase(listener);
     OnListenerRemoved(listener);
   }
 
-  /// The live set, not a copy.
+  /// @return the live set, not a copy; look at it under the same rules as registration
   virtual std::set<T*>& GetListeners() { return listeners_; }
 
-  /// Number of listeners held.
+  /// @return number of listeners held
   virtual unsigned int GetListenerCount() { return static_cast<unsigned int>(listeners_.size()); }
 
   /// Locks the mutex that is held for the whole of each notification. While you hold it no callback runs; release it
   /// on the same thread. Locking it twice on one thread, or from a callback, blocks for ever.
+  /// Callable from any thread.
   virtual void LockListener() { mutex_.Lock(); }
+  /// Unlocks what LockListener() of the same thread locked.
   virtual void UnlockListener() { mutex_.Unlock(); }
 
-  /// Hooks for implementations; empty by default.
+  /// Hook for implementations, empty by default: `listener` was registered, perhaps not for the first time.
   virtual void OnListenerAdded(T* /*listener*/) {}
+  /// Hook for implementations, empty by default: `listener` was removed, perhaps without having been there.
   virtual void OnListenerRemoved(T* /*listener*/) {}
 
  protected:
   /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. Nothing is moved from
   /// `args`: every listener sees the same values. The mutex is released also when a listener throws.
+  /// @param callback member of the listener interface @param args what it is called with
   template <class... Params, class... Args>
   void Notify(void (T::*callback)(Params...), Args&&... args) {
     const Guard guard(mutex_);
@@ -82,5 +91,7 @@ class HLX_API IHLXListener {
   std::set<T*> listeners_;
   HLXMutex mutex_;
 };
+
+/// @}
 
 #endif

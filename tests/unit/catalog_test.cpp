@@ -44,7 +44,7 @@ Names VirtualsOf(const std::string& header) {
   static std::string text;
   text = FileText("include/" + header);
   Names names;
-  for (const std::smatch& found : FindAll(text, R"(virtual [^~;(]*?(\w+)\()")) names.insert(found[1]);
+  for (const std::smatch& found : FindAll(text, R"(\n  virtual [^~;(]*?(\w+)\()")) names.insert(found[1]);
   return names;
 }
 
