@@ -81,7 +81,7 @@ std::string MarkdownTable(const std::string& which) {
       std::string changes = row.changes;
       for (std::size_t at = 0; (at = changes.find(' ', at)) != std::string::npos; at += 4)
         changes.replace(at, 1, "`, `");
-      if (!changes.empty()) changes = "`" + changes + "`";
+      if (!changes.empty()) changes.insert(0, 1, '`').push_back('`');
       table.append("| `")
           .append(row.method)
           .append("` | ")
