@@ -11,6 +11,7 @@ typedef struct _ComVornLinuxSystem ComVornLinuxSystem;  // NOLINT(modernize-use-
 struct GLibDeleter {
   void operator()(ComVornLinuxSystem* object) const { g_object_unref(object); }
   void operator()(gchar* text) const { g_free(text); }
+  void operator()(GCancellable* cancellable) const { g_object_unref(cancellable); }
   void operator()(GDateTime* time) const { g_date_time_unref(time); }
   void operator()(GDBusConnection* connection) const { g_object_unref(connection); }
   void operator()(GDBusInterfaceSkeleton* skeleton) const { g_object_unref(skeleton); }
@@ -19,6 +20,7 @@ struct GLibDeleter {
   void operator()(GKeyFile* file) const { g_key_file_unref(file); }
   void operator()(GMainContext* context) const { g_main_context_unref(context); }
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
+  void operator()(GSocketAddress* address) const { g_object_unref(address); }
   void operator()(GTimeZone* zone) const { g_time_zone_unref(zone); }
   void operator()(GVariant* variant) const { g_variant_unref(variant); }
 };

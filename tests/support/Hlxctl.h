@@ -15,7 +15,7 @@
 
 #include "data/HLXSystemRecords.h"
 #include "tests/support/Process.h"
-#include "tools/hlxctl/ExitCode.h"
+#include "tools/common/ExitCode.h"
 
 using nlohmann::json;
 using testing::HasSubstr;

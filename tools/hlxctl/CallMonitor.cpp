@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
 
 /// On its way from the connection's thread to the main loop.
 struct CallMonitor::Message {

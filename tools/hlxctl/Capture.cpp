@@ -8,15 +8,16 @@
 #include <nlohmann/json.hpp>
 
 #include "platform/LibConfigs.h"
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Loop.h"
+#include "tools/common/Records.h"
+#include "tools/common/TimeStamp.h"
+#include "tools/common/Values.h"
+#include "tools/common/Wire.h"
 #include "tools/hlxctl/CallMonitor.h"
 #include "tools/hlxctl/EventLog.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Loop.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Values.h"
 #include "tools/hlxctl/Verbs.h"
-#include "tools/hlxctl/Wire.h"
 
 namespace {
 

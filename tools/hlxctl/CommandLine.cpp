@@ -2,8 +2,8 @@
 
 #include <map>
 
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Values.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Values.h"
 #include "tools/hlxctl/Verbs.h"
 
 namespace {

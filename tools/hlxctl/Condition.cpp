@@ -5,8 +5,8 @@
 #include <stdexcept>
 
 #include "catalog/EveryEvent.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Values.h"
+#include "tools/common/Records.h"
+#include "tools/common/Values.h"
 
 using catalog::Scalar;
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
-#include "tools/hlxctl/ExitCode.h"
+#include "tools/common/ExitCode.h"
 #include "tools/hlxctl/Verbs.h"
 
 namespace {

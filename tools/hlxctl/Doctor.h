@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
 
 enum class Health { kOk, kWarning, kFailure };
 

@@ -8,10 +8,10 @@
 #include "data/Settings.h"
 #include "platform/HLXLog.h"
 #include "platform/LibConfigs.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Records.h"
+#include "tools/common/ZoneNames.h"
 #include "tools/hlxctl/Doctor.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Zones.h"
 
 namespace {
 

@@ -6,11 +6,11 @@
 #include <cstring>
 
 #include "catalog/Moment.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Loop.h"
+#include "tools/common/Records.h"
+#include "tools/common/Values.h"
 #include "tools/hlxctl/Doctor.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Loop.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Values.h"
 
 using catalog::Reading;
 using catalog::Scalar;

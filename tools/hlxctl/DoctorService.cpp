@@ -1,7 +1,7 @@
 #include "dbus_system.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Wire.h"
 #include "tools/hlxctl/Doctor.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Wire.h"
 
 namespace {
 

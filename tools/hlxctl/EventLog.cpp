@@ -3,22 +3,9 @@
 #include <nlohmann/json.hpp>
 
 #include "catalog/EveryEvent.h"
-#include "tools/hlxctl/Loop.h"
-#include "tools/hlxctl/Values.h"
-
-namespace {
-
-std::string Now(const char* form) {
-  GDateTime* const now = g_date_time_new_now_local();
-  const GLibPtr<gchar> text(g_date_time_format(now, form));
-  g_date_time_unref(now);
-  return text.get();
-}
-
-}  // namespace
-
-std::string TimeStamp() { return Now("%Y-%m-%d %H:%M:%S.%f").substr(0, sizeof "2024-02-29 23:59:30.123" - 1); }
-std::string JsonTimeStamp() { return Now("%Y-%m-%dT%H:%M:%S.%f%:z"); }
+#include "tools/common/Loop.h"
+#include "tools/common/TimeStamp.h"
+#include "tools/common/Values.h"
 
 EventLog::EventLog(const Request& request, Loop& loop)
     : request_(request), loop_(loop), start_(g_get_monotonic_time()) {}

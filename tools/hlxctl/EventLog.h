@@ -37,9 +37,3 @@ class EventLog {
   std::mutex mutex_;
   unsigned count_ = 0;
 };
-
-/// "2024-02-29 23:59:30.123"
-std::string TimeStamp();
-
-/// "2024-02-29T23:59:30.123456+01:00"
-std::string JsonTimeStamp();

@@ -1,12 +1,13 @@
 #include <nlohmann/json.hpp>
 
 #include "dbus_system.h"
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Loop.h"
+#include "tools/common/TimeStamp.h"
+#include "tools/common/Wire.h"
 #include "tools/hlxctl/EventLog.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Loop.h"
 #include "tools/hlxctl/Verbs.h"
-#include "tools/hlxctl/Wire.h"
 
 namespace {
 

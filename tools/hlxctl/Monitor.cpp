@@ -2,12 +2,12 @@
 #include <stdexcept>
 
 #include "catalog/EveryEvent.h"
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Events.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Loop.h"
 #include "tools/hlxctl/Condition.h"
 #include "tools/hlxctl/EventLog.h"
-#include "tools/hlxctl/Events.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Loop.h"
 #include "tools/hlxctl/Verbs.h"
 
 using catalog::Area;

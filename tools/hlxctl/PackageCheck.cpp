@@ -13,9 +13,9 @@
 #include "client/info/VersionFile.h"
 #include "client/update/PackageVerifier.h"
 #include "platform/LibConfigs.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Output.h"
-#include "tools/hlxctl/Records.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Output.h"
+#include "tools/common/Records.h"
 
 namespace {
 

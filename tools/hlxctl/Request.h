@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "tools/hlxctl/Output.h"
+#include "tools/common/Output.h"
 
 struct Request {
   std::function<int(const Request&)> action;  ///< what is to be done; gives the exit code, or throws Failure

@@ -1,9 +1,9 @@
 #include <nlohmann/json.hpp>
 
-#include "tools/hlxctl/Bus.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Values.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Records.h"
+#include "tools/common/Values.h"
 #include "tools/hlxctl/Verbs.h"
 
 namespace {

@@ -6,13 +6,14 @@
 #include <mutex>
 
 #include "catalog/EveryEvent.h"
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Events.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Loop.h"
+#include "tools/common/Records.h"
+#include "tools/common/TimeStamp.h"
+#include "tools/common/Values.h"
 #include "tools/hlxctl/EventLog.h"
-#include "tools/hlxctl/Events.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Loop.h"
-#include "tools/hlxctl/Records.h"
-#include "tools/hlxctl/Values.h"
 #include "tools/hlxctl/Verbs.h"
 
 using catalog::Area;

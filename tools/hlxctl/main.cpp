@@ -3,8 +3,8 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
+#include "tools/common/Failure.h"
 #include "tools/hlxctl/CommandLine.h"
-#include "tools/hlxctl/Failure.h"
 
 namespace {
 

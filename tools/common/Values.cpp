@@ -1,10 +1,10 @@
-#include "tools/hlxctl/Values.h"
+#include "tools/common/Values.h"
 
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "tools/hlxctl/Wire.h"
-#include "tools/hlxctl/Zones.h"
+#include "tools/common/Wire.h"
+#include "tools/common/ZoneNames.h"
 
 using catalog::Reading;
 using catalog::Scalar;
@@ -58,7 +58,7 @@ std::string Suggest(const std::vector<std::string>& nearest) {
 }
 
 std::string DidYouMean(const std::string& wrong, const std::vector<std::string>& right) {
-  const std::string suggestion = Suggest(catalog::Nearest(wrong, right));
+  std::string suggestion = Suggest(catalog::Nearest(wrong, right));
   if (!suggestion.empty() || right.size() > kShortList) return suggestion;
   std::string list;
   for (const std::string& name : right) list.append(list.empty() ? "; there are: " : ", ") += name;

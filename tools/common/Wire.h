@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "dbus/GLibPtr.h"
-#include "tools/hlxctl/Output.h"
+#include "tools/common/Output.h"
 
 namespace wire {
 

@@ -1,4 +1,4 @@
-#include "tools/hlxctl/Records.h"
+#include "tools/common/Records.h"
 
 #include <sys/ipc.h>
 #include <sys/shm.h>
@@ -9,7 +9,7 @@
 #include <cstring>
 
 #include "HLXSystemProxy.h"
-#include "tools/hlxctl/Failure.h"
+#include "tools/common/Failure.h"
 
 using catalog::Area;
 using catalog::Record;

@@ -1,12 +1,12 @@
-#include "tools/hlxctl/Loop.h"
+#include "tools/common/Loop.h"
 
 #include <glib-unix.h>
 
 #include <csignal>
 
-#include "tools/hlxctl/Bus.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Output.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Output.h"
 
 namespace {
 

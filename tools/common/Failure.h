@@ -4,7 +4,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "tools/hlxctl/ExitCode.h"
+#include "tools/common/ExitCode.h"
 
 /// Ends the tool with one line on standard error and, with --json, an object on standard output.
 class Failure : public std::runtime_error {

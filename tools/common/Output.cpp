@@ -1,4 +1,4 @@
-#include "tools/hlxctl/Output.h"
+#include "tools/common/Output.h"
 
 #include <glib.h>
 #include <langinfo.h>
@@ -13,7 +13,7 @@
 #include <nlohmann/json.hpp>
 #include <string_view>
 
-#include "tools/hlxctl/Failure.h"
+#include "tools/common/Failure.h"
 
 namespace {
 

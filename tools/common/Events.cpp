@@ -1,4 +1,4 @@
-#include "tools/hlxctl/Events.h"
+#include "tools/common/Events.h"
 
 #include <algorithm>
 
@@ -6,9 +6,9 @@
 #include "catalog/EveryEvent.h"
 #include "data/SharedField.h"
 #include "dbus_system.h"
-#include "tools/hlxctl/Bus.h"
-#include "tools/hlxctl/Failure.h"
-#include "tools/hlxctl/Records.h"
+#include "tools/common/Bus.h"
+#include "tools/common/Failure.h"
+#include "tools/common/Records.h"
 
 using catalog::Area;
 using HLXSystemData::Load;

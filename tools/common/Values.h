@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "catalog/Catalog.h"
-#include "tools/hlxctl/Output.h"
+#include "tools/common/Output.h"
 
 /// The value called "power.acc". @throws std::invalid_argument with the nearest right names
 const catalog::Value& ValueNamed(const std::string& name);

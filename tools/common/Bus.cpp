@@ -1,10 +1,10 @@
-#include "tools/hlxctl/Bus.h"
+#include "tools/common/Bus.h"
 
 #include <cstdlib>
 #include <fstream>
 #include <utility>
 
-#include "tools/hlxctl/Failure.h"
+#include "tools/common/Failure.h"
 
 namespace {
 

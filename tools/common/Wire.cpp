@@ -1,4 +1,4 @@
-#include "tools/hlxctl/Wire.h"
+#include "tools/common/Wire.h"
 
 #include <cmath>
 #include <cstdint>
@@ -10,7 +10,7 @@
 #include "catalog/Words.h"
 #include "dbus/VariantRecord.h"
 #include "dbus_system.h"
-#include "tools/hlxctl/Values.h"
+#include "tools/common/Values.h"
 
 namespace {
 
@@ -115,6 +115,7 @@ GLibPtr<GVariant> wire::Argument(const GDBusArgInfo& info, const std::string& te
 
 GVariant* wire::Tuple(const std::vector<GLibPtr<GVariant>>& arguments) {
   std::vector<GVariant*> children;
+  children.reserve(arguments.size());
   for (const GLibPtr<GVariant>& argument : arguments) children.push_back(argument.get());
   return g_variant_new_tuple(children.data(), children.size());
 }

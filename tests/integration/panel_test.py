@@ -1,0 +1,168 @@
+#!/usr/bin/env python3
+"""The panel in a real browser: each tile follows the unit, each control commands it, faults are shown.
+
+Usage: panel_test.py BUILD_DIRECTORY [SCREENSHOT_DIRECTORY]
+"""
+import json
+import os
+import pathlib
+import re
+import subprocess
+import sys
+import time
+import unittest
+
+from selenium import webdriver
+from selenium.webdriver.chrome.service import Service
+from selenium.webdriver.common.by import By
+from selenium.webdriver.support.select import Select
+
+BUILD = pathlib.Path(sys.argv[1]).resolve()
+PICTURES = pathlib.Path(sys.argv[2]).resolve() if len(sys.argv) > 2 else BUILD / "panel-pictures"
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+SIMULATOR = BUILD / "simulator/hlx-simulator"
+PANEL = BUILD / "tools/hlx-panel/hlx-panel"
+PATIENCE = 15
+
+
+def started(command, line):
+    """The process, and the first line it prints that has `line` in it."""
+    process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
+    for text in process.stdout:
+        if line in text:
+            return process, text
+    raise RuntimeError(f"{command[0]} never said {line!r}")
+
+
+def ended(process):
+    process.terminate()
+    process.wait(PATIENCE)
+    process.stdout.close()
+
+
+def unit(*words):
+    subprocess.run([str(SIMULATOR), *map(str, words)], check=True, stdout=subprocess.DEVNULL)
+
+
+def browser():
+    options = webdriver.ChromeOptions()
+    options.binary_location = "/usr/bin/chromium"
+    for flag in ("headless=new", "no-sandbox", "disable-gpu", "disable-dev-shm-usage", "no-first-run", "disable-sync",
+                 "disable-background-networking", "disable-component-update", "user-data-dir=/tmp/browser"):
+        options.add_argument(f"--{flag}")
+    driver = webdriver.Chrome(options=options, service=Service("/usr/bin/chromedriver"))
+    driver.set_window_size(1920, 1080)
+    return driver
+
+
+class Panel(unittest.TestCase):
+    @classmethod
+    def setUpClass(cls):
+        os.environ["HLX_HOST_CONFIG"] = str(SOURCE / "platform/host/platform.conf.sample")
+        PICTURES.mkdir(exist_ok=True)
+        cls.simulator, _ = started([SIMULATOR], "ready")
+        cls.panel, line = started([PANEL], "open")
+        cls.address = re.search(r"http://\S+", line).group()
+        cls.page = browser()
+        cls.page.get(cls.address)
+
+    @classmethod
+    def tearDownClass(cls):
+        cls.page.quit()
+        for process in (cls.panel, cls.simulator):
+            ended(process)
+
+    def until(self, condition, what):
+        end = time.monotonic() + PATIENCE
+        while time.monotonic() < end:
+            try:
+                if condition():
+                    return
+            except Exception as problem:  # the page is being drawn anew
+                what = f"{what} ({problem})"
+            time.sleep(0.05)
+        self.fail(f"never: {what}")
+
+    def tile(self, name):
+        return self.page.find_element(By.CSS_SELECTOR, f'#values dd[data-name="{name}"]').text
+
+    def shows(self, name, text):
+        self.until(lambda: self.tile(name) == text, f"{name} shows {text!r}")
+
+    def command(self, name, *words):
+        """Fills the form of a command, sends it, and gives what was said of it."""
+        form = self.page.find_element(By.CSS_SELECTOR, f'form[data-command="{name}"]')
+        self.page.execute_script("arguments[0].closest('details').open = true", form)
+        for index, word in enumerate(words):
+            field = form.find_element(By.NAME, f"p{index}")
+            self.page.execute_script("arguments[0].value = arguments[1]; arguments[0].dispatchEvent(new Event('input'))",
+                                     field, word)
+        form.find_element(By.CSS_SELECTOR, "button[type=submit]").click()
+        said = form.find_element(By.CSS_SELECTOR, "output.said")
+        self.until(lambda: said.text not in ("", "…"), f"{name} is answered")
+        return said.text
+
+    def test_the_token_leaves_the_address_bar_and_nothing_is_refused(self):
+        self.until(lambda: "connected" in self.page.find_element(By.ID, "panel-state").text, "connected")
+        self.assertNotIn("token", self.page.current_url)
+        severe = [entry for entry in self.page.get_log("browser") if entry["level"] == "SEVERE"]
+        self.assertEqual([], severe)
+
+    def test_tiles_follow_the_unit(self):
+        for name, words, text in (("power.acc", ("off",), "off"), ("power.acc", ("on",), "on"),
+                                  ("misc.door_trunk", ("open",), "open"), ("misc.car_speed", ("87",), "87"),
+                                  ("misc.outside_temperature", ("-3.5",), "-3.5 °")):
+            unit("set", name, *words)
+            self.shows(name, text)
+        self.until(lambda: "87" in self.page.find_element(By.CSS_SELECTOR, "#cluster .number").text, "the dial")
+        self.assertIn("trunk", self.page.find_element(By.CSS_SELECTOR, "#car .said").text)
+
+    def test_events_and_calls_are_listed(self):
+        unit("emit", "KeyStateChangeSignal", "0x12", "1")
+        self.until(lambda: "OnKeyStateChange" in self.page.find_element(By.CSS_SELECTOR, "#events .log").text, "the event")
+        self.command("misc source", "3")
+        self.until(lambda: "SetOnSourceChange" in self.page.find_element(By.CSS_SELECTOR, "#calls .log").text, "the call")
+
+    def test_controls_command_the_unit_and_tell_the_event_that_followed(self):
+        self.assertRegex(self.command("power brightness", "day", "33"), r"ok in .*, OnScreenLightLevelChanged after")
+        self.shows("power.brightness_day", "33")
+        self.assertRegex(self.command("time zone", "Asia/Tokyo"), r"^ok")
+
+    def test_every_command_of_the_catalogue_has_a_form(self):
+        forms = self.page.find_elements(By.CSS_SELECTOR, "#controls form")
+        self.assertGreater(len(forms), 50)
+        for form in forms:
+            for field in form.find_elements(By.CSS_SELECTOR, "input, select"):
+                self.assertTrue(field.get_dom_attribute("name"))
+                self.assertEqual("label", self.page.execute_script("return arguments[0].closest('label')?.localName", field))
+
+    def test_service_lost_and_back(self):
+        simulator = type(self).simulator
+        ended(simulator)
+        self.until(lambda: "lost" in self.page.find_element(By.ID, "service-state").text, "the service is lost")
+        self.assertIn("stale", self.page.find_element(By.TAG_NAME, "body").get_attribute("class"))
+        type(self).simulator, _ = started([SIMULATOR], "ready")
+        self.until(lambda: "there" in self.page.find_element(By.ID, "service-state").text, "the service is back")
+        unit("set", "misc.car_speed", "12")
+        self.shows("misc.car_speed", "12")
+
+    def test_reload_shows_everything_again(self):
+        unit("set", "misc.car_speed", "41")
+        self.page.refresh()
+        self.shows("misc.car_speed", "41")
+
+    def test_pictures_and_no_sideways_scrolling(self):
+        for name, width, height, scheme in (("desk", 1920, 1080, "light"), ("phone", 360, 780, "light"), ("dark", 1920, 1080, "dark")):
+            self.page.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
+                                      {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})
+            self.page.execute_cdp_cmd("Emulation.setEmulatedMedia",
+                                      {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+            time.sleep(0.5)
+            self.page.save_screenshot(str(PICTURES / f"{name}.png"))
+            over = self.page.execute_script("return document.documentElement.scrollWidth - innerWidth")
+            self.assertLessEqual(over, 0, f"{name}: wider than the window by {over}")
+        self.page.execute_cdp_cmd("Emulation.clearDeviceMetricsOverride", {})
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1], verbosity=2)
