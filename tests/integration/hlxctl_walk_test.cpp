@@ -215,7 +215,13 @@ TEST_F(HlxctlWalk, PrintsEveryEvent) {
     if (told.count(name) == 0) told[name] = event;
     EXPECT_EQ(event["area"], NameOf(catalog::SignalOf(name)->area)) << name;
   }
-  EXPECT_EQ(81U, callbacks.size());
+  std::set<std::string> all;
+  for (const catalog::Signal& signal : catalog::Signals()) {
+    for (const char* const callback : signal.callbacks) {
+      if (callback != nullptr) all.insert(callback);
+    }
+  }
+  EXPECT_EQ(all, callbacks);
   for (const catalog::Signal& signal : catalog::Signals()) {
     for (const catalog::Telling& telling : catalog::AnnouncedBy(signal)) {
       const json& values = told.at(signal.callbacks[0])["values"];

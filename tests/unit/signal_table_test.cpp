@@ -42,7 +42,7 @@ TEST(SignalTable, MatchesTheInterface) {
     EXPECT_EQ(row.arguments, arguments);
   }
   EXPECT_EQ(seen.size(), catalog::Signals().size());
-  EXPECT_STREQ(SignalTable().back().name, "on_steel_mate_radar_info_changed_signal");
+  EXPECT_STREQ(SignalTable()[75].name, "on_steel_mate_radar_info_changed_signal");
 }
 
 }  // namespace
