@@ -107,7 +107,7 @@ def check_links():
     for path in [*ROOT.glob("*.md"), *ROOT.glob("docs/*.md")]:
         text = path.read_text(encoding="utf-8")
         links = [path.parent / target for target in re.findall(r"\]\((?!\w+:|#)([^)#\s]+)", text)]
-        named = [ROOT / name for name in re.findall(rf"`((?:{FOLDERS})/[\w./-]*)", text)]
+        named = [ROOT / name for name in re.findall(rf"`((?:{FOLDERS})/[\w./-]*)(?![\w./…-])", text)]
         for target in links + named:
             if not target.exists():
                 faults.append(f"{path.relative_to(ROOT)}: is not there: {target}")
