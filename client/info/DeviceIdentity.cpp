@@ -8,6 +8,7 @@
 #include <cstring>
 #include <fstream>
 
+#include "platform/FileDescriptor.h"
 #include "platform/HLXLog.h"
 
 HLX_LOG_SOURCE("client/info/HLXInfoClient");
@@ -18,20 +19,6 @@ constexpr char kUuid[] = "uuid=";
 constexpr std::size_t kUuidLength = sizeof(kUuid) - 1;
 constexpr std::size_t kIdentifierLength = 32;
 constexpr std::size_t kSampleLength = 32;
-
-class FileDescriptor {
- public:
-  explicit FileDescriptor(int descriptor) : descriptor_(descriptor) {}
-  FileDescriptor(const FileDescriptor&) = delete;
-  FileDescriptor& operator=(const FileDescriptor&) = delete;
-  ~FileDescriptor() {
-    if (descriptor_ != -1) close(descriptor_);
-  }
-  int Get() const { return descriptor_; }
-
- private:
-  int descriptor_;
-};
 
 }  // namespace
 
@@ -66,7 +53,7 @@ int DeviceIdentity::GetMachineSample(const char* path, unsigned int* value) {
     return -1;
   }
   const FileDescriptor file(open(path, O_RDWR | O_CLOEXEC));
-  if (file.Get() == -1) {
+  if (!file) {
     const int reason = errno;
     HLX_LOG_ERROR(": %s\n", path);
     errno = reason;

@@ -1,6 +1,5 @@
 #include <glib.h>
-#include <spawn.h>
-#include <sys/wait.h>
+#include <unistd.h>
 
 #include <cerrno>
 #include <cstring>
@@ -8,6 +7,7 @@
 #include <string>
 
 #include "platform/HLXPlatform.h"
+#include "platform/Shell.h"
 #include "platform/host/HostLog.h"
 #include "platform/host/HostPaths.h"
 
@@ -16,6 +16,8 @@ HLX_LOG_SOURCE("platform/host/HostSystem");
 namespace {
 
 constexpr unsigned int kDefaultGamma = 8;
+
+constexpr char kTellsItsStatus[] = R"(/bin/sh -c "$1" 3>&-; echo $? >&3)";
 
 /// Cold when nobody asked in this boot before: the boot id that is remembered is another one, or none. A boot whose
 /// id cannot be read is taken for a new one.
@@ -44,23 +46,19 @@ int HLX_ExecSystemCmd(const char* command, int /*flag*/) {
     HLX_HOST_COMPLAIN("an empty command was to be run");
     return 0;
   }
-  std::string shell = "/bin/sh";
-  std::string option = "-c";
-  std::string text = command;
-  char* const arguments[] = {shell.data(), option.data(), text.data(), nullptr};
-  pid_t pid = 0;
-  const int failure = posix_spawn(&pid, shell.c_str(), nullptr, nullptr, arguments, environ);
-  if (failure != 0) {
-    HLX_HOST_COMPLAIN("\"%s\" was not run: %s", command, std::strerror(failure));
+  Shell::Pipe status;
+  const pid_t process = Shell::Start(kTellsItsStatus, command, status.childs);
+  if (process == -1) {
+    HLX_HOST_COMPLAIN("\"%s\" was not run: %s", command, std::strerror(errno));
     return 0;
   }
-  int status = 0;
-  while (waitpid(pid, &status, 0) == -1) {
-    if (errno == EINTR) continue;
-    HLX_HOST_COMPLAIN("the end of \"%s\" was not seen: %s", command, std::strerror(errno));
-    return 0;
+  status.childs = FileDescriptor();
+  char text[sizeof "255\n"] = {};
+  while (read(status.mine.Get(), text, sizeof text - 1) == -1 && errno == EINTR) {
   }
-  return WIFEXITED(status) && WEXITSTATUS(status) == 0 ? 1 : 0;
+  Shell::Reap(process);
+  if (*text == '\0') HLX_HOST_COMPLAIN("the end of \"%s\" was not seen", command);
+  return std::strcmp(text, "0\n") == 0 ? 1 : 0;
 }
 
 int IsSystemColdBoot() {

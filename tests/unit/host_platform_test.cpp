@@ -235,6 +235,20 @@ TEST_F(HostPlatform, CommandsSucceedOnlyWithExitCodeZero) {
   sysv_signal(SIGALRM, [](int) {});  // without restarting what it interrupts
   ualarm(50000, 0);
   EXPECT_EQ(HLX_ExecSystemCmd("sleep 0.2", 0), 1);
+  signal(SIGCHLD, SIG_IGN);
+  EXPECT_EQ(HLX_ExecSystemCmd("sleep 0.1; true", 1), 1) << "though its status is not to be had";
+  EXPECT_EQ(HLX_ExecSystemCmd("sleep 0.1; false", 1), 0);
+  signal(SIGCHLD, SIG_DFL);
+  EXPECT_EQ(Messages(), "");
+}
+
+TEST_F(HostPlatform, CommandsCannotAskAndSpeakEnglish) {
+  g_setenv("LC_ALL", "es_ES.UTF-8", TRUE);
+  const std::string own_session = "$(cut -d' ' -f6 /proc/self/stat) != " + std::to_string(getsid(0));
+  for (const std::string& test : {std::string("$LC_ALL = C"), std::string("-z \"$(cat)\""), own_session}) {
+    EXPECT_EQ(HLX_ExecSystemCmd(("[ " + test + " ]").c_str(), 0), 1) << test;
+  }
+  g_unsetenv("LC_ALL");
 }
 
 TEST_F(HostPlatform, ColdBootIsTheFirstProcessToAskInABoot) {
