@@ -3,7 +3,7 @@
 #include <cstring>
 #include <exception>
 
-#include "client/CommandPipe.h"
+#include "client/ChildProcess.h"
 #include "client/DispatchGate.h"
 #include "client/info/DeviceIdentity.h"
 #include "client/info/VersionFile.h"

@@ -6,7 +6,7 @@
 #include <cstdlib>
 #include <utility>
 
-#include "client/CommandPipe.h"
+#include "client/ChildProcess.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/update/PackageSearch.h"
 #include "platform/HLXLog.h"
@@ -22,14 +22,13 @@ constexpr int kPidofLimit = 254;
 }  // namespace
 
 HLXUpdateClient::HLXUpdateClient(std::shared_ptr<ClientIpcAdapter> adapter, IHLXSystemInfo* info)
-    : adapter_(std::move(adapter)), search_(std::make_shared<PackageSearch>(this, info)) {}
+    : adapter_(std::move(adapter)), search_(std::make_shared<PackageSearch>(info, [this](UpdateNotifyResult result) {
+        OnDetectValidUpdateFileNotify(result);
+      })) {}
 
-HLXUpdateClient::~HLXUpdateClient() { StopSearch(); }
+HLXUpdateClient::~HLXUpdateClient() { (void)StopSearch(); }
 
-bool HLXUpdateClient::StopSearch() {
-  search_->Detach();
-  return true;
-}
+bool HLXUpdateClient::StopSearch() { return search_->Detach(); }
 
 void HLXUpdateClient::ApplyUpdate(UpdateType type) { adapter_->ApplyUpdate(type); }
 
@@ -62,9 +61,9 @@ void HLXUpdateClient::OnAsyncDetectValidUpdateFileNotify(UpdateNotifyResult resu
   if (!IsHmiProcess()) return;
   HLX_LOG_DEBUG("OnAsyncDetectValidUpdateFileNotify:result(%d).", result);
   if (result == UPDATE_NOTIFY_VALID) {
-    search_->Start(search_->NewSession());
+    search_->Report();
   } else if (result == UPDATE_NOTIFY_REMOVED) {
-    search_->NewSession();
+    search_->Withdraw();
     Notify(&IHLXUpdateListener::OnDetectValidUpdateFileNotify, result);
   }
 }

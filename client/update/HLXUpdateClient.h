@@ -14,12 +14,11 @@ class HLXUpdateClient : public IHLXSystemUpdate {
  public:
   /// @param info asked for the unit's versions; must outlive this client
   HLXUpdateClient(std::shared_ptr<ClientIpcAdapter> adapter, IHLXSystemInfo* info);
-  /// A search that is under way ends silently; its thread is not waited for.
   ~HLXUpdateClient() override;
 
-  /// A search that is under way says nothing more; waits for one that is telling its outcome. Safe to repeat.
-  /// @return false when it must not wait, see DispatchGate::Refused()
-  bool StopSearch();
+  /// A search that is under way ends silently; only a result that is being told is waited for. Safe to repeat.
+  /// @return false when it must not wait, see DispatchGate::Refused(); nothing has changed then
+  [[nodiscard]] bool StopSearch();
 
   void ApplyUpdate(HLXUpdate::UpdateType type) override;
   void SetCanUpdata(int canUpdate) override;

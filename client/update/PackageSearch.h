@@ -1,54 +1,56 @@
 #pragma once
 
-#include <atomic>
+#include <condition_variable>
+#include <functional>
+#include <list>
 #include <memory>
 #include <mutex>
-#include <string>
 
 #include "HLXInfoTypes.h"
 #include "HLXUpdateTypes.h"
-#include "client/update/PackageVerifier.h"
 
-class HLXUpdateClient;
 class IHLXSystemInfo;
 
-/// The searches of one update client. Client and worker threads own it jointly, so that a search may outlive the
-/// client: it then ends as one that was overtaken does, and says nothing.
+/// The searches of one update client, each on a thread of its own, one at a time, in the order in which they were
+/// reported. Client and worker threads own it jointly, so that a search may outlive the client: it then ends as one
+/// that was overtaken does, and says nothing.
 class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
  public:
-  PackageSearch(HLXUpdateClient* client, IHLXSystemInfo* info) : client_(client), info_(info) {}
+  using Listener = std::function<void(HLXUpdate::UpdateNotifyResult)>;
 
-  /// Makes every search that is under way stale and empties the package's versions. @return the new session
-  int NewSession();
+  /// @param info asked for the unit's versions; @param listener told the results, on the searches' threads. Neither is
+  ///   used after Detach().
+  PackageSearch(IHLXSystemInfo* info, Listener listener);
 
-  /// Searches on a thread of its own.
-  void Start(int session);
+  /// A stick was reported: overtakes the searches that are under way, empties the package's versions, and begins one.
+  void Report();
 
-  /// The client goes. Returns once no notification is running; none follows.
-  void Detach();
+  /// The stick is gone: as Report(), without a new search. None of those under way will say "valid" any more.
+  void Withdraw();
 
+  /// The client goes. Returns once no result is being told; none follows.
+  /// @return false when the calling thread must not wait for that, see DispatchGate; nothing has changed then
+  [[nodiscard]] bool Detach();
+
+  /// Of the newest search, once it has read them.
   SystemInfo::VersionInfo PackageVersion() const;
 
  private:
-  void Run(int session);
-  void AnalysisSoftwareFile(int session);
-  bool VerifyPackage(int session);
-  bool Extract(int session);
-  bool GoesOn(int session, bool succeeded, const std::string& command);
-  bool VerifyUpdateVersion(int session);
-  bool Overtaken(int session) const { return detached_ || session != session_counter_; }
-  void Relay(HLXUpdate::UpdateNotifyResult result);
-  bool UnitVersion(SystemInfo::VersionInfo* unit);
+  class Search;
 
-  const PackageVerifier verifier_;
-  std::mutex analysis_;  ///< one search at a time
-  std::atomic<int> session_counter_{0};
+  int NewSession();
+  bool AwaitTurn(Search* search);
+  void EndTurn(Search* search);
 
-  std::mutex owner_;  ///< held while the client or the info client is used
-  std::atomic<bool> detached_{false};
-  HLXUpdateClient* const client_;  ///< as the next one, not to be used when detached
   IHLXSystemInfo* const info_;
+  const Listener listener_;
 
-  mutable std::mutex version_mutex_;  ///< also held while a session begins
+  mutable std::mutex mutex_;  ///< guards what follows
+  std::condition_variable turn_;
+  std::list<Search*> searches_;  ///< not yet ended; it is the first one's turn, and only the last is not overtaken
+  int session_ = 0;
+  bool detached_ = false;
   SystemInfo::VersionInfo package_version_;
+
+  std::mutex telling_;  ///< held while a result is told
 };

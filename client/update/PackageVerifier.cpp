@@ -1,21 +1,19 @@
 #include "client/update/PackageVerifier.h"
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <array>
 #include <cerrno>
 #include <climits>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 
-#include "client/CommandPipe.h"
+#include "client/ChildProcess.h"
 #include "client/info/VersionFile.h"
-#include "dbus/GLibPtr.h"
 #include "platform/HLXLog.h"
-#include "platform/HLXPlatform.h"
 #include "platform/LibConfigs.h"
 
 HLX_LOG_SOURCE("client/update/HLXUpdateClient");
@@ -45,39 +43,19 @@ std::array<int, N> Numbers(const std::string& version) {
   return numbers;
 }
 
-/// A path as a word of a shell command; the unit's own paths stay as they are.
-std::string Word(const std::string& path) {
-  const bool plain =
-      path.find_first_not_of("abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_./-") == std::string::npos;
-  return plain ? path : GLibPtr<gchar>(g_shell_quote(path.c_str())).get();
-}
-
-/// Takes the descriptor over. Null with errno set.
-FilePtr OpenStream(int descriptor) {
-  std::FILE* const file = fdopen(descriptor, "r");
-  if (file == nullptr) {
+/// Opens `path` for reading, refusing a symbolic link in any place of it below `directory`. None with errno set.
+FileDescriptor OpenBelow(const std::string& directory, const std::string& path) {
+  FileDescriptor file(open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  for (std::size_t start = directory.size() + 1; file && start <= path.size();) {
+    const auto end = std::min(path.find('/', start), path.size());
+    const int flags = end == path.size() ? O_RDONLY | O_NONBLOCK : O_PATH | O_DIRECTORY;
+    const int next = openat(file.Get(), path.substr(start, end - start).c_str(), flags | O_NOFOLLOW | O_CLOEXEC);
     const int reason = errno;
-    close(descriptor);
+    file = FileDescriptor(next);
     errno = reason;
+    start = end + 1;
   }
-  return FilePtr(file);
-}
-
-/// Opens `path` for reading, refusing a symbolic link in any place of it below `directory`. Null with errno set.
-FilePtr OpenBelow(const std::string& directory, const std::string& path) {
-  int descriptor = open(directory.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-  for (std::size_t start = directory.size() + 1; descriptor != -1 && start <= path.size();) {
-    const auto end = path.find('/', start);
-    const std::string name = path.substr(start, end - start);
-    const int flags = end == std::string::npos ? O_RDONLY | O_NONBLOCK : O_PATH | O_DIRECTORY;
-    const int next = openat(descriptor, name.c_str(), flags | O_NOFOLLOW | O_CLOEXEC);
-    const int reason = errno;
-    close(descriptor);
-    errno = reason;
-    descriptor = next;
-    start = end == std::string::npos ? path.size() + 1 : end + 1;
-  }
-  return descriptor == -1 ? nullptr : OpenStream(descriptor);
+  return file;
 }
 
 bool Allowed(const char* key) { return GetLibConfigs()->GetBool(key); }
@@ -86,12 +64,17 @@ bool Allowed(const char* key) { return GetLibConfigs()->GetBool(key); }
 
 bool FileExists(const std::string& path) { return access(path.c_str(), F_OK) == 0; }
 
-bool PackageVerifier::VerifyMD5Sum() const {
-  if (!FileExists(paths_.ChecksumList())) {
+bool IsRegularFile(const std::string& path) {
+  struct stat status = {};
+  return stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool PackageVerifier::VerifyMD5Sum(ChildStop* stop) const {
+  if (!IsRegularFile(paths_.ChecksumList())) {
     HLX_LOG_ERROR("no md5 text file found in usb0 path.");
     return false;
   }
-  const auto report = FirstLineOf("cd " + Word(paths_.stick) + " && md5sum -c md5.txt", kChecksumLineLimit);
+  const auto report = FirstLineOf("cd " + paths_.stick + " && md5sum -c md5.txt", kChecksumLineLimit, stop);
   if (!report) return false;
   HLX_LOG_INFO("get checksum result:%s", report->c_str());
   if (report->find("OK") == std::string::npos) return false;
@@ -99,20 +82,15 @@ bool PackageVerifier::VerifyMD5Sum() const {
   return true;
 }
 
-bool PackageVerifier::ExtractVersionFile(std::string* command) const {
-  *command =
-      "cd " + paths_.stick + "/ && unzip -o update.zip app/etc/sys_version.conf -d " + paths_.extracted + "/ && sync";
-  return HLX_ExecSystemCmd(command->c_str(), 1) != 0;
-}
-
 std::string PackageVerifier::AnalysisCmpVersionInfo(const std::string& key) const {
   const std::string path = paths_.VersionFile();
-  const FilePtr file = OpenBelow(paths_.extracted, path);
-  if (file == nullptr) {
-    HLX_LOG_ERROR("open %s failed:%s", path.c_str(), std::strerror(errno));
+  std::string problem;
+  const auto text = ReadVersionFile(OpenBelow(paths_.extracted, path), &problem);
+  if (!text) {
+    HLX_LOG_ERROR("open %s failed:%s", path.c_str(), problem.c_str());
     return {};
   }
-  const auto value = FindVersionValue(file.get(), key);
+  const auto value = FindVersionValue(*text, key);
   if (!value) {
     HLX_LOG_WARN("AnalysisCmpVersionInfo[%s]:fail to extract version info.", key.c_str());
     return {};
@@ -156,8 +134,8 @@ bool PackageVerifier::CheckProject(const std::string& local, const std::string& 
   return local.empty() || local == usb || local == "T268ZF";
 }
 
-UpdateNotifyResult PackageVerifier::CompareWith(const SystemInfo::VersionInfo& unit,
-                                                const SystemInfo::VersionInfo& package) const {
+UpdateNotifyResult PackageVerifier::VerifyUpdateVersion(const SystemInfo::VersionInfo& unit,
+                                                        const SystemInfo::VersionInfo& package) const {
   if (!Allowed("/q4system/allow_sw_version_revert") && !CheckArmVersion()) {
     HLX_LOG_ERROR("valid arm version fail...");
     return UPDATE_NOTIFY_VERSION_OLDER;

@@ -2,7 +2,6 @@
 // hardware strap. Each result is held to a plain second reading of the same rule.
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <cstdlib>
 #include <optional>
 #include <stdexcept>
@@ -31,9 +30,7 @@ std::optional<std::string> PlainValue(const std::string& text, const std::string
 void VersionFile(const std::string& text) {
   // Besides the keys of the library the one that the text begins with, so that there is often something to find.
   for (const std::string& key : {std::string("ARM Version"), std::string(), text.substr(0, text.find(':'))}) {
-    std::string content = text;
-    const FilePtr file(content.empty() ? std::fopen("/dev/null", "re") : fmemopen(content.data(), content.size(), "r"));
-    Require(FindVersionValue(file.get(), key) == PlainValue(text, key));
+    Require(FindVersionValue(text, key) == PlainValue(text, key));
   }
 }
 

@@ -7,8 +7,10 @@ namespace {
 
 /// Exit code | packages.
 constexpr char kOutcomes[] = R"(
-0 | good same newer long-line escaping ; 13 | can-file ; 14 | bad-checksum no-checksum ; 16 | wrong-hardware
-15 | older rubbish empty-version-file symbolic-link ; 17 | wrong-project any-project ; 18 | no-package
+0 | good same newer long-line endless-checksum escaping ; 13 | can-file
+14 | bad-checksum no-checksum pipe-checksum ; 16 | wrong-hardware
+15 | older rubbish empty-version-file huge-version-file symbolic-link ; 17 | wrong-project any-project
+18 | no-package pipe-package
 19 | truncated no-version-file)";
 
 TEST_F(HlxctlTest, ChecksPackages) {

@@ -124,6 +124,12 @@ TEST_F(UpdateOnTheBus, EveryPackageOfTheSet) {
       {"empty-version-file", {5}, "AnalysisCmpVersionInfo[ARM Version]:fail to extract version info."},
       {"rubbish", {5}},
       {"long-line", {1}},
+      {"huge-version-file",
+       {5},
+       "open /data/update/app/etc/sys_version.conf failed:65537 bytes are too many, 65536 allowed"},
+      {"pipe-package", {}, "Can not find update file in path:/media/usbstorage0/update.zip."},
+      {"pipe-checksum", {4}, "no md5 text file found in usb0 path."},
+      {"endless-checksum", {1}, "get checksum result:update.zip: OK"},
       {"symbolic-link", {5}, "open /data/update/app/etc/sys_version.conf failed:"},
       {"escaping", {1}},
       {"can-file", {3}},
@@ -137,6 +143,7 @@ TEST_F(UpdateOnTheBus, EveryPackageOfTheSet) {
     EXPECT_TRUE(RunUntil([] { return access("/data/update/app", F_OK) != 0; })) << "left behind";
     EXPECT_EQ(told.Results(), test.results);
     EXPECT_TRUE(told.Said(test.record)) << test.record;
+    EXPECT_TRUE(RunUntil([] { return Shell("pidof md5sum >/dev/null") != 0; }));
     for (const char* escaped : {"/escaped", "/data/escaped", "/data/update/escaped"}) {
       EXPECT_NE(access(escaped, F_OK), 0) << escaped;
     }
@@ -165,11 +172,11 @@ TEST_F(UpdateOnTheBus, StatesOfTheStick) {
 
 }  // namespace
 
-/// Only the process named hmi searches: the test goes on as a copy of itself of that name.
+/// Only the process named hmi searches: the test goes on under that name.
 int main(int argc, char** argv) {
   if (std::string(program_invocation_short_name) != "hmi") {
     static char name[] = "/tmp/hmi";
-    if (Shell("cp /proc/" + std::to_string(getpid()) + "/exe " + name) != 0) return 1;
+    if (Shell("ln -s $(readlink /proc/" + std::to_string(getpid()) + "/exe) " + name) != 0) return 1;
     argv[0] = name;
     execv(name, argv);
     return 1;

@@ -1,6 +1,7 @@
 // The info client, the version files and the unit's identity, on real files in the sandbox.
 #include <gmock/gmock.h>
 #include <sys/shm.h>
+#include <zlog.h>
 
 #include <cstdio>
 #include <cstdlib>
@@ -64,9 +65,7 @@ TEST(VersionFile, FindsTheFirstLineWithTheKey) {
       {"\n\n\xff\xfe\na:1", "a", "1"},
   };
   for (const auto& test : cases) {
-    std::string content = test.content;
-    const FilePtr file(content.empty() ? std::tmpfile() : fmemopen(content.data(), content.size(), "r"));
-    const auto value = FindVersionValue(file.get(), test.key);
+    const auto value = FindVersionValue(test.content, test.key);
     EXPECT_EQ(value.value_or("none"), test.value == nullptr ? "none" : test.value) << test.content.substr(0, 40);
   }
 }
@@ -80,6 +79,21 @@ TEST_F(Info, VersionsWithoutFiles) {
   for (int i = 0; i < 7; ++i) expected += arm;
   EXPECT_EQ(testing::internal::GetCapturedStdout(), expected + mcu + mcu + mcu);
   testing::internal::CaptureStdout();
+  EXPECT_THAT(platform.Logged(ZLOG_LEVEL_ERROR), ElementsAre());
+}
+
+TEST_F(Info, NoFileTakesMemoryOrTime) {
+  WriteFile("/app/etc/sys_version.conf", "ARM Version:V1.2.3\n" + std::string(65518, 'x'));
+  std::system("rm -rf /etc/boot; mkdir -p /etc/boot/boot-script && mkfifo /etc/boot/boot-script/bsp_version.conf");
+  EXPECT_EQ(AnalysisLocalVersionInfo("ARM Version", "ARM"), "");
+  EXPECT_EQ(AnalysisLocalVersionInfo("MCU Version", "MCU"), "");
+  EXPECT_EQ(testing::internal::GetCapturedStdout(),
+            "open /app/etc/sys_version.conf failed!\nopen /etc/boot/boot-script/bsp_version.conf failed!\n");
+  testing::internal::CaptureStdout();
+  EXPECT_THAT(platform.Logged(ZLOG_LEVEL_ERROR),
+              ElementsAre("/app/etc/sys_version.conf is no version file: 65537 bytes are too many, 65536 allowed",
+                          "/etc/boot/boot-script/bsp_version.conf is no version file: no regular file"));
+  std::system("rm -rf /etc/boot");
 }
 
 TEST_F(Info, VersionsFromFiles) {

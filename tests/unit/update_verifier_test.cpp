@@ -4,11 +4,11 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <tuple>
 
 #include "HLXListenerBase.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/update/HLXUpdateClient.h"
-#include "client/update/PackageSearch.h"
 #include "client/update/PackageVerifier.h"
 #include "tests/support/FakePlatform.h"
 
@@ -77,10 +77,10 @@ TEST(PackageVerifier, ChecksInOrderAndTheirOverrides) {
   unit.project_name = "A";
   std::vector<int> results;
   for (const char* next : {"allow_sw_version_revert", "allow_hw_version_compat", "allow_project_different"}) {
-    results.push_back(PackageVerifier().CompareWith(unit, package));
+    results.push_back(PackageVerifier().VerifyUpdateVersion(unit, package));
     fake::Get().config["/q4system/" + std::string(next)] = "true";
   }
-  results.push_back(PackageVerifier().CompareWith(unit, package));
+  results.push_back(PackageVerifier().VerifyUpdateVersion(unit, package));
   EXPECT_THAT(results, ElementsAre(5, 6, 7, 1));
   EXPECT_THAT(fake::Get().Logged(100), ElementsAre("valid arm version fail...", "valid hardware version fail...",
                                                    "valid project name fail fail..."));
@@ -94,22 +94,28 @@ TEST(PackageVerifier, ThePackagesFile) {
   EXPECT_EQ(verifier.AnalysisCmpVersionInfo("No"), "");
   fake::Get().config = {{"/q4system/enable_arm_version_prefix", "true"}, {"/project/project_model_name", "M"}};
   EXPECT_EQ(verifier.ReadVersion().arm_version, "M_V1.0.0.0");
-  const auto refused = [&verifier](const char* preparation) {
-    Versions("V9.9.9.9", "V1.0.0.0");
-    EXPECT_EQ(std::system(preparation), 0);
-    fake::Get().log.clear();
-    EXPECT_EQ(verifier.AnalysisCmpVersionInfo("ARM Version"), "") << preparation;
-    std::system("rm -rf /data/update/app");
-    return fake::Get().LoggedAll();
+  const std::string file = "/data/update/app/etc/sys_version.conf";
+  const std::string size = "head -c 65500 /dev/zero >>";
+  EXPECT_EQ(std::system((size + file).c_str()), 0);
+  EXPECT_EQ(verifier.AnalysisCmpVersionInfo("No"), "") << "large, but not too large";
+  const std::tuple<std::string, const char*> refused[] = {
+      {"ln -sf /app/etc/sys_version.conf " + file, "Too many levels of symbolic links"},
+      {"rm -rf /data/update/app/etc; ln -s /app/etc /data/update/app/etc", "Not a directory"},
+      {"rm -rf /data/update/app; ln -s /app /data/update/app", "Not a directory"},
+      {"rm -rf /data/update/app", "No such file or directory"},
+      {"rm " + file + "; mkfifo " + file, "no regular file"},
+      {"rm " + file + "; mkdir " + file, "no regular file"},
+      {size + file + "; truncate -s 65537 " + file, "65537 bytes are too many, 65536 allowed"},
   };
-  const std::string open = "ERROR open /data/update/app/etc/sys_version.conf failed:";
-  EXPECT_THAT(refused("ln -sf /app/etc/sys_version.conf /data/update/app/etc/sys_version.conf"),
-              ElementsAre(open + "Too many levels of symbolic links"));
-  EXPECT_THAT(refused("rm -rf /data/update/app/etc && ln -s /app/etc /data/update/app/etc"),
-              ElementsAre(testing::StartsWith(open)));
-  EXPECT_THAT(refused("rm -rf /data/update/app && ln -s /app /data/update/app"),
-              ElementsAre(testing::StartsWith(open)));
-  EXPECT_THAT(refused("rm -rf /data/update/app"), ElementsAre(open + "No such file or directory"));
+  for (const auto& [preparation, problem] : refused) {
+    std::system("rm -rf /data/update/app");
+    Versions("V9.9.9.9", "V1.0.0.0");
+    EXPECT_EQ(std::system(preparation.c_str()), 0);
+    fake::Get().log.clear();
+    EXPECT_EQ(verifier.AnalysisCmpVersionInfo("ARM Version"), "");
+    EXPECT_THAT(fake::Get().LoggedAll(), ElementsAre("ERROR open " + file + " failed:" + problem));
+  }
+  std::system("rm -rf /data/update/app");
 }
 
 TEST(UpdateClient, ForwardsAndRelays) {
@@ -133,13 +139,6 @@ TEST(UpdateClient, ForwardsAndRelays) {
   without.OnDetectValidUpdateFileNotify(UPDATE_NOTIFY_CAN_FILE);
   EXPECT_THAT(notes.notes, ElementsAre(102, 3));
   EXPECT_THAT(fake::Get().LoggedAll(), ElementsAre("DEBUG OnDetectValidUpdateFileNotify:result(3)"));
-}
-
-TEST(PackageSearch, SessionsRunFrom1To1001AndThenFrom0) {
-  PackageSearch search(nullptr, nullptr);
-  for (int session = 1; session <= 1001; ++session) ASSERT_EQ(search.NewSession(), session);
-  EXPECT_EQ(search.NewSession(), 0);
-  EXPECT_EQ(search.NewSession(), 1);
 }
 
 }  // namespace

@@ -1,12 +1,15 @@
 // What a search does that something happens to: a newer report, a stick that is gone, a disk that takes nothing, the
-// client's end. A checksum list that names a pipe holds the search at its checksums for as long as a case needs.
+// client's end. The checksum tool is a script that holds the search at its checksums for as long as a case needs.
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
+#include <csignal>
 #include <cstdlib>
+#include <fstream>
 #include <functional>
 #include <future>
 #include <memory>
@@ -15,9 +18,7 @@
 #include <thread>
 #include <vector>
 
-#include "HLXListenerBase.h"
 #include "client/info/HLXInfoClient.h"
-#include "client/update/HLXUpdateClient.h"
 #include "client/update/PackageSearch.h"
 #include "tests/support/FakePlatform.h"
 
@@ -27,12 +28,21 @@ using testing::StartsWith;
 
 namespace {
 
-constexpr char kPipe[] = "/media/usbstorage0/slow";
 const std::string kUnzip = "cd /media/usbstorage0/ && unzip";
+
+/// Speaks the user's language if it has to, and is at work on the rest of the list for ever.
+constexpr char kChecker[] = R"(#!/bin/sh
+[ "$LC_ALL" = C ] || { echo 'update.zip: La suma coincide'; exit; }
+echo $$ >>/tmp/checkers
+while [ ! -e /tmp/go ]; do sleep 0.01; done
+echo 'update.zip: OK'
+exec sleep 1000
+)";
 
 int Shell(const std::string& command) { return std::system(command.c_str()); }
 int Exec(const std::string& command) { return Shell(command) == 0 ? 1 : 0; }
 bool Begins(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
+bool IsThere(const char* path) { return access(path, F_OK) == 0; }
 
 template <class Done>
 bool Within30Seconds(const Done& done) {
@@ -44,17 +54,57 @@ bool Within30Seconds(const Done& done) {
   return true;
 }
 
-class Results : public HLXUpdateListenerBase {
- public:
-  std::function<void()> during_callback = [] {};
-  void OnDetectValidUpdateFileNotify(UpdateNotifyResult result) override {
-    during_callback();
-    const std::lock_guard<std::mutex> lock(mutex_);
-    results_.push_back(result);
+/// A stick with a good package, and searches of it. The service's reports come from the cases.
+struct Unit {
+  std::function<void(int)> during_callback = [](int) {};
+  std::unique_ptr<HLXInfoClient> info;
+  std::shared_ptr<PackageSearch> search;
+
+  explicit Unit(const std::string& unit_version = "V1.2.3.4") {
+    fake::Reset();
+    fake::RemoveSegments();
+    fake::Get().exec = [](const std::string& command, int) { return Exec(command); };
+    Shell(
+        "chmod 755 /data; rm -rf /data/update /media/usbstorage0 /tmp/go /tmp/checkers; "
+        "mkdir -p /app/etc /media/usbstorage0 /tmp/bin; touch /media/usbstorage0/md5.txt; "
+        "echo 'ARM Version:V1.2.3.5' >/app/etc/sys_version.conf; "
+        "cd / && zip -q /media/usbstorage0/update.zip app/etc/sys_version.conf");
+    std::ofstream("/tmp/bin/md5sum") << kChecker;
+    chmod("/tmp/bin/md5sum", 0755);
+    std::ofstream("/app/etc/sys_version.conf") << "ARM Version:" << unit_version << "\n";
+    info = std::make_unique<HLXInfoClient>();
+    fake::Get().log.clear();
+    search = std::make_shared<PackageSearch>(info.get(), [this](UpdateNotifyResult result) {
+      during_callback(result);
+      const std::lock_guard<std::mutex> lock(mutex_);
+      results_.push_back(result);
+    });
   }
-  std::vector<int> Get() const {
+  ~Unit() {
+    Release();
+    fake::RemoveSegments();
+  }
+
+  std::vector<int> Results() const {
     const std::lock_guard<std::mutex> lock(mutex_);
     return results_;
+  }
+  void Release() {
+    EXPECT_TRUE(search->Detach());
+    info.reset();
+  }
+  static bool AtChecksums() {
+    return Within30Seconds([] { return IsThere("/tmp/checkers"); });
+  }
+  static void PassChecksums() { std::ofstream("/tmp/go"); }
+  /// Searches are over when nobody but the test holds them, and then no checker is left.
+  bool Ended() const {
+    const bool ended = Within30Seconds([this] { return search.use_count() == 1; });
+    std::ifstream checkers("/tmp/checkers");
+    for (pid_t pid = 0; checkers >> pid;) {
+      EXPECT_TRUE(Within30Seconds([pid] { return kill(pid, 0) != 0; })) << "still at it";
+    }
+    return ended;
   }
 
  private:
@@ -62,55 +112,10 @@ class Results : public HLXUpdateListenerBase {
   std::vector<int> results_;
 };
 
-/// A stick with a good package, and searches of it. The service's reports come from the cases.
-struct Unit {
-  Results results;
-  std::unique_ptr<HLXInfoClient> info;
-  std::unique_ptr<HLXUpdateClient> client;
-  std::shared_ptr<PackageSearch> search;
-
-  explicit Unit(const char* unit_version = "V1.2.3.4") {
-    fake::Reset();
-    fake::RemoveSegments();
-    fake::Get().exec = [](const std::string& command, int) { return Exec(command); };
-    Shell(std::string("chmod 755 /data; rm -rf /data/update /media/usbstorage0; mkdir -p /app/etc /media/usbstorage0; "
-                      "cd /media/usbstorage0 && mkfifo slow && echo x | md5sum | sed 's/-/slow/' >md5.txt; "
-                      "printf 'ARM Version:V1.2.3.5\\n' >/app/etc/sys_version.conf; "
-                      "cd / && zip -q /media/usbstorage0/update.zip app/etc/sys_version.conf; "
-                      "printf 'ARM Version:%s\\n' '") +
-          unit_version + "' >/app/etc/sys_version.conf");
-    info = std::make_unique<HLXInfoClient>();
-    client = std::make_unique<HLXUpdateClient>(nullptr, info.get());
-    client->AddListener(&results);
-    search = std::make_shared<PackageSearch>(client.get(), info.get());
-  }
-  ~Unit() {
-    Release();
-    fake::RemoveSegments();
-  }
-
-  void Report() { search->Start(search->NewSession()); }
-  void Release() {
-    search->Detach();
-    client.reset();
-    info.reset();
-  }
-  /// Returns once a search is at its checksums; they are right when the pipe is closed after what the list expects.
-  static int Checksums() { return open(kPipe, O_WRONLY | O_CLOEXEC); }
-  static void PassChecksums(int pipe) {
-    EXPECT_EQ(write(pipe, "x\n", 2), 2);
-    close(pipe);
-  }
-  /// Searches are over when nobody but the test holds them.
-  bool Ended() const {
-    return Within30Seconds([this] { return search.use_count() == 1; });
-  }
-};
-
 TEST(UpdateWorker, WhatMayHappenToASearch) {
+  setenv("PATH", (std::string("/tmp/bin:") + getenv("PATH")).c_str(), 1);
+  setenv("LC_ALL", "es_ES.UTF-8", 1);
   const auto nothing = [](Unit&) {};
-  std::vector<int> nineteen_overtaken(20, 4);
-  nineteen_overtaken.back() = 1;
   struct {
     const char* name;
     std::function<void(Unit&)> during_checksums;
@@ -119,15 +124,14 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     std::function<int(Unit&, const std::string&)> exec = nullptr;  ///< null: commands are just run
     const char* unit_version = "V1.2.3.4";
   } const cases[] = {
-      {"removal during checksums", [](Unit& u) { u.search->NewSession(); }, {4}, "INFO verify md5 success."},
-      {"a newer report during checksums", [](Unit& u) { u.Report(); }, {4, 1}, "INFO AnalysisSoftwareFile,session:2"},
-      {"twenty reports",
-       [](Unit& u) {
-         for (int i = 1; i < 20; ++i) u.Report();
-       },
-       nineteen_overtaken, "INFO AnalysisSoftwareFile,session:20"},
+      {"nothing", nothing, {1}, "INFO get checksum result:update.zip: OK\n"},
+      {"removal during checksums", [](Unit& u) { u.search->Withdraw(); }, {4}, "INFO get checksum result:"},
+      {"a newer report during checksums",
+       [](Unit& u) { u.search->Report(); },
+       {4, 1},
+       "INFO AnalysisSoftwareFile,session:2"},
       {"pulled out", [](Unit&) { Shell("rm -r /media/usbstorage0"); }, {}, "ERROR Exec command fail:" + kUnzip},
-      {"released", [](Unit& u) { u.Report(), u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
+      {"released", [](Unit& u) { u.search->Report(), u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
       {"read-only disk", [](Unit&) { Shell("chmod 555 /data"); }, {}, "ERROR Exec command fail:mkdir /data/update/"},
       {"full disk",
        nothing,
@@ -138,13 +142,13 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
        nothing,
        {},
        "ERROR Exec command fail:mkdir /data/update/",
-       [](Unit& u, const std::string&) { return u.search->NewSession(); }},
+       [](Unit& u, const std::string&) { return u.search->Withdraw(), 1; }},
       {"removal during extraction",
        nothing,
        {},
        "ERROR Exec command fail:" + kUnzip,
        [](Unit& u, const std::string& command) {
-         if (Begins(command, kUnzip)) u.search->NewSession();
+         if (Begins(command, kUnzip)) u.search->Withdraw();
          return Exec(command);
        }},
       {"no clean-up",
@@ -163,41 +167,78 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     if (test.exec) {
       fake::Get().exec = [&](const std::string& command, int) { return test.exec(unit, command); };
     }
-    unit.Report();
-    const int pipe = Unit::Checksums();
+    unit.search->Report();
+    ASSERT_TRUE(Unit::AtChecksums());
     test.during_checksums(unit);
-    Unit::PassChecksums(pipe);
-    for (std::size_t told = 1; told < test.results.size(); ++told) {  // the next search begins when the last has spoken
-      ASSERT_TRUE(Within30Seconds([&] { return unit.results.Get().size() == told; }));
-      Unit::PassChecksums(Unit::Checksums());
-    }
+    // One that was overtaken ends by itself.
+    ASSERT_TRUE(
+        Within30Seconds([&] { return test.results.empty() || unit.Results().size() + 1 >= test.results.size(); }));
+    if (test.results != std::vector<int>{4}) Unit::PassChecksums();
     ASSERT_TRUE(unit.Ended());
     const fake::Platform platform = fake::Snapshot();
-    EXPECT_THAT(unit.results.Get(), testing::UnorderedElementsAreArray(test.results));
+    EXPECT_EQ(unit.Results(), test.results);
     EXPECT_THAT(platform.LoggedAll(), Contains(StartsWith(test.record)));
     for (const auto& [command, flag] : platform.commands) EXPECT_EQ(flag, Begins(command, "rm") ? 0 : 1) << command;
-    EXPECT_TRUE(test.exec || access("/data/update/app", F_OK) != 0) << "left behind";
+    for (const auto& record : platform.log) {
+      EXPECT_THAT(record.function,
+                  testing::AnyOf("AnalysisSoftwareFile", "VerifyMD5Sum", "VerifyUpdateVersion", "CheckArmVersion",
+                                 "CheckHwVersion", "CheckProject", "AnalysisCmpVersionInfo"));
+    }
+    EXPECT_TRUE(test.exec || !IsThere("/data/update/app")) << "left behind";
   }
 }
 
-TEST(UpdateWorker, AReleaseWaitsForACallbackAndForNothingElse) {
+TEST(UpdateWorker, SearchesComeInTheOrderOfTheirReports) {
   Unit unit;
-  std::promise<void> called;
-  std::promise<void> go_on;
-  unit.results.during_callback = [&] {
-    called.set_value();
-    go_on.get_future().wait();
-  };
-  Shell("touch /media/usbstorage0/CAN.upg");
-  unit.Report();
-  unit.Report();  // waits for the first, and must not say a word after the release
-  called.get_future().wait();
-  auto released = std::async(std::launch::async, [&] { unit.Release(); });
-  EXPECT_EQ(released.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
-  go_on.set_value();
-  released.get();
+  for (int session = 1; session < 900; ++session) unit.search->Withdraw();
+  std::vector<std::string> sessions;
+  for (int number = 0; number < 200; ++number) {
+    unit.search->Report();
+    ASSERT_TRUE(Unit::AtChecksums());
+    sessions.push_back("INFO AnalysisSoftwareFile,session:" + std::to_string((900 + number) % 1002));
+  }
+  std::vector<int> results(200, 4);
+  results.back() = 1;
+  ASSERT_TRUE(Within30Seconds([&] { return unit.Results().size() == results.size() - 1; }))
+      << "no checker is waited for";
+  Unit::PassChecksums();
   ASSERT_TRUE(unit.Ended());
-  EXPECT_EQ(unit.results.Get(), std::vector<int>{3});
+  EXPECT_EQ(unit.Results(), results);
+  std::vector<std::string> begun;
+  for (const std::string& record : fake::Snapshot().LoggedAll()) {
+    if (Begins(record, "INFO AnalysisSoftwareFile,")) begun.push_back(record);
+  }
+  EXPECT_EQ(begun, sessions);
+}
+
+TEST(UpdateWorker, AReleaseAndARemovalWaitForACallbackAndForNothingElse) {
+  struct {
+    const char* name;
+    std::function<void(Unit&)> end;
+    std::vector<int> results;
+  } const cases[] = {{"release", [](Unit& u) { u.Release(); }, {3}},
+                     {"removal", [](Unit& u) { u.search->Withdraw(); }, {3, 3}}};
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    Unit unit;
+    std::promise<void> called;
+    std::promise<void> go_on;
+    std::once_flag once;
+    unit.during_callback = [&](int) {
+      EXPECT_FALSE(unit.search->Detach()) << "a callback cannot wait for itself";
+      std::call_once(once, [&] { called.set_value(), go_on.get_future().wait(); });
+    };
+    Shell("touch /media/usbstorage0/CAN.upg");
+    unit.search->Report();
+    unit.search->Report();  // waits for the first, and must not say a word after a release
+    called.get_future().wait();
+    auto ended = std::async(std::launch::async, [&] { test.end(unit); });
+    EXPECT_EQ(ended.wait_for(std::chrono::milliseconds(100)), std::future_status::timeout);
+    go_on.set_value();
+    ended.get();
+    ASSERT_TRUE(unit.Ended());
+    EXPECT_EQ(unit.Results(), test.results);
+  }
 }
 
 }  // namespace

@@ -11,20 +11,21 @@
 #include "HLXSystemProxy.h"
 #include "catalog/Words.h"
 #include "client/info/VersionFile.h"
-#include "client/update/PackageVerifier.h"
+#include "client/update/PackageExamination.h"
 #include "platform/LibConfigs.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Output.h"
 #include "tools/common/Records.h"
+#include "tools/hlxctl/Interruption.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 
-/// Outcomes that the unit's own search keeps to itself.
-enum SilentOutcome : int { kNoPackage = 8, kNoVersionFile = 9, kNoUnitVersion = 10 };
-constexpr catalog::Word kSilentOutcome[] = {
-    {kNoPackage, "no-package"}, {kNoVersionFile, "no-version-file"}, {kNoUnitVersion, "no-unit-version"}};
+using Examination = PackageExamination;
+constexpr catalog::Word kSilentEnd[] = {{Examination::kNoPackage, "no-package"},
+                                        {Examination::kNoVersionFile, "no-version-file"},
+                                        {Examination::kNoUnitVersion, "no-unit-version"}};
 
 /// A scratch directory with a plain name: the verification puts its paths into shell commands as they are. It lies as
 /// deep as the unit's, so that what leads out of a package leads as far.
@@ -87,8 +88,8 @@ class Report {
 
   /// @return the exit code
   int Conclude(const std::string& directory, int outcome) const {
-    const bool told = outcome < kNoPackage;
-    const catalog::Words words = told ? catalog::Words(catalog::words::kUpdateOutcome) : kSilentOutcome;
+    const bool told = outcome < Examination::kNoPackage;
+    const catalog::Words words = told ? catalog::Words(catalog::words::kUpdateOutcome) : kSilentEnd;
     const std::string text = catalog::InWords(catalog::Named(words), int64_t{outcome});
     if (json_) {
       Output::JsonLine({{"directory", directory},
@@ -111,63 +112,80 @@ std::string Relation(const std::string& unit, const char* relation, const std::s
   return "unit \"" + unit + "\" " + relation + " package \"" + package + "\"";
 }
 
-/// All three comparisons for the reader; the verification's own verdict is that of the first one that fails.
-int Compare(const PackageVerifier& verifier, Report& report) {
-  const SystemInfo::VersionInfo unit = UnitVersion();
-  const SystemInfo::VersionInfo package = verifier.ReadVersion();
-  if (!report.Add("unit", "software version \"" + unit.arm_version + "\"", !unit.arm_version.empty())) {
-    return kNoUnitVersion;
+/// The line that decides: only the first one of the checker's report counts.
+std::string FirstChecksum(const std::string& path) {
+  if (!IsRegularFile(path)) return "md5.txt is missing";
+  std::string shown(100, '\0');
+  std::ifstream list(path);
+  list.read(shown.data(), static_cast<std::streamsize>(shown.size()));
+  shown.resize(static_cast<std::size_t>(list.gcount()));
+  return "md5.txt: " + shown.substr(0, shown.find('\n'));
+}
+
+/// The unit's examination, and a report of it.
+class Check : public Examination {
+ public:
+  explicit Check(const PackagePaths& paths) : Examination(0, paths) {}
+
+  /// Up to the step that decided; not a word of what was interrupted.
+  void Explain(Report& report, int outcome) const {
+    if (Overtaken()) return;
+    const PackagePaths& paths = Verifier().Paths();
+    if (outcome == HLXUpdate::UPDATE_NOTIFY_CAN_FILE) {
+      report.Add("CAN file", "CAN.upg is there: nothing else is examined", true);
+      return;
+    }
+    const bool passed = report.Add("package", "update.zip", outcome != kNoPackage) &&
+                        report.Add("checksum", FirstChecksum(paths.ChecksumList()),
+                                   outcome != HLXUpdate::UPDATE_NOTIFY_CHECKSUM_WRONG) &&
+                        report.Add("extraction", "app/etc/sys_version.conf of update.zip", outcome != kNoVersionFile) &&
+                        report.Add("unit", "software version \"" + unit_.arm_version + "\"", outcome != kNoUnitVersion);
+    if (!passed) return;
+    for (const Comparison& comparison : comparisons_) {
+      const bool skipped = GetLibConfigs()->GetBool(comparison.skip);
+      report.Add(comparison.name, comparison.compared, comparison.passed, skipped ? comparison.skip : nullptr);
+    }
   }
-  const bool same_project = unit.project_name == package.project_name;
-  const bool right_project = PackageVerifier::CheckProject(unit.project_name, package.project_name);
-  const struct {
+
+ private:
+  struct Comparison {
     const char* name;
     const char* skip;
     std::string compared;
     bool passed;
-  } checks[] = {
-      {"software", "/q4system/allow_sw_version_revert",
-       Relation(AnalysisLocalVersionInfo("ARM Version", "ARM"), "<=", verifier.AnalysisCmpVersionInfo("ARM Version")),
-       verifier.CheckArmVersion()},
-      {"hardware", "/q4system/allow_hw_version_compat", Relation(unit.hardware_version, "=", package.hardware_version),
-       PackageVerifier::CheckHwVersion(unit.hardware_version, package.hardware_version)},
-      {"project", "/q4system/allow_project_different",
-       Relation(unit.project_name, "=", package.project_name) +
-           (right_project && !same_project ? ": a unit that takes any project" : ""),
-       right_project},
   };
-  for (const auto& check : checks) {
-    report.Add(check.name, check.compared, check.passed, GetLibConfigs()->GetBool(check.skip) ? check.skip : nullptr);
-  }
-  return verifier.CompareWith(unit, package);
-}
 
-/// The line that decides: only the first one of the checker's report counts.
-std::string FirstChecksum(const std::string& path) {
-  if (!FileExists(path)) return "md5.txt is missing";
-  constexpr std::size_t kShown = 100;
-  std::ifstream list(path);
-  std::string line;
-  std::getline(list, line);
-  return "md5.txt: " + line.substr(0, kShown);
-}
+  bool UnitVersion(SystemInfo::VersionInfo* unit) override {
+    unit_ = ::UnitVersion();
+    *unit = unit_;
+    return !unit_.arm_version.empty();
+  }
 
-/// The steps of the unit's search, in its order.
-int Examine(const PackageVerifier& verifier, Report& report) {
-  const PackagePaths& paths = verifier.Paths();
-  if (FileExists(paths.CanFile())) {
-    report.Add("CAN file", "CAN.upg is there: nothing else is examined", true);
-    return HLXUpdate::UPDATE_NOTIFY_CAN_FILE;
+  /// All three for the reader; the outcome is that of the first one that fails.
+  void OnVersions(const SystemInfo::VersionInfo& unit, const SystemInfo::VersionInfo& package) override {
+    const bool same_project = unit.project_name == package.project_name;
+    const bool right_project = PackageVerifier::CheckProject(unit.project_name, package.project_name);
+    comparisons_ = {
+        {"software", "/q4system/allow_sw_version_revert",
+         Relation(AnalysisLocalVersionInfo("ARM Version", "ARM"),
+                  "<=", Verifier().AnalysisCmpVersionInfo("ARM Version")),
+         Verifier().CheckArmVersion()},
+        {"hardware", "/q4system/allow_hw_version_compat",
+         Relation(unit.hardware_version, "=", package.hardware_version),
+         PackageVerifier::CheckHwVersion(unit.hardware_version, package.hardware_version)},
+        {"project", "/q4system/allow_project_different",
+         Relation(unit.project_name, "=", package.project_name) +
+             (right_project && !same_project ? ": a unit that takes any project" : ""),
+         right_project},
+    };
   }
-  if (!report.Add("package", "update.zip", FileExists(paths.Package()))) return kNoPackage;
-  if (!report.Add("checksum", FirstChecksum(paths.ChecksumList()), verifier.VerifyMD5Sum())) {
-    return HLXUpdate::UPDATE_NOTIFY_CHECKSUM_WRONG;
-  }
-  std::string command;
-  const bool extracted = verifier.ExtractVersionFile(&command) && FileExists(paths.VersionFile());
-  if (!report.Add("extraction", "app/etc/sys_version.conf of update.zip", extracted)) return kNoVersionFile;
-  return Compare(verifier, report);
-}
+
+  bool Tell(HLXUpdate::UpdateNotifyResult /*result*/) override { return true; }
+  void Settle() override {}
+
+  SystemInfo::VersionInfo unit_;
+  std::vector<Comparison> comparisons_;
+};
 
 }  // namespace
 
@@ -177,8 +195,15 @@ int CheckPackage(const std::string& directory, bool json) {
   if (problem || !fs::is_directory(package, problem)) {
     throw Failure(kExitUsage, "'" + directory + "': " + (problem ? problem.message() : "no directory"));
   }
-  const Workshop workshop(package);
   Report report(json);
-  const int outcome = Examine(PackageVerifier(workshop.Paths()), report);
+  int outcome = 0;
+  {
+    const HeldSignals held;
+    const Workshop workshop(package);
+    Check check(workshop.Paths());
+    const Interruption interruption(held, [&check] { check.Overtake(); });
+    outcome = check.AnalysisSoftwareFile();
+    check.Explain(report, outcome);
+  }
   return report.Conclude(package, outcome);
 }
