@@ -1,5 +1,7 @@
 #include "client/HLXSystemClient.h"
 
+#include <type_traits>
+
 #include "client/DispatchGate.h"
 #include "client/dispatch/SignalDispatch.h"
 #include "client/info/HLXInfoClient.h"
@@ -43,42 +45,20 @@ bool HLXSystemClient::StopCallbacks() {
   return update == nullptr || update->StopSearch();
 }
 
-/// Two threads that ask first at once get one client.
-template <class Client, class Make>
-Client* HLXSystemClient::Lazy(std::atomic<Client*>& slot, const Make& make) {
+/// Two threads that ask first at once get one client. Events are delivered to it from now on, if it has any.
+template <class Client, class... Args>
+Client* HLXSystemClient::Lazy(std::atomic<Client*>& slot, const Args&... args) {
   if (Client* const made = slot.load()) return made;
   const DispatchGate::Turn one_at_a_time(this);  // making one may end the process
-  Client* client = slot.load();
-  if (client == nullptr) {
-    client = make();
-    slot.store(client);
+  if (slot.load() == nullptr) {
+    slot.store(new Client(args...));
+    if constexpr (!std::is_same_v<Client, HLXInfoClient>) adapter_->SetClient(slot.load());
   }
-  return client;
+  return slot.load();
 }
 
-/// A client with events: it shares the adapter, which delivers to it from now on.
-template <class Client>
-Client* HLXSystemClient::GetEventClient(std::atomic<Client*>& slot) {
-  return Lazy(slot, [this] {
-    auto client = std::make_unique<Client>(adapter_);
-    adapter_->SetClient(client.get());
-    return client.release();
-  });
-}
-
-HLXPowerClient* HLXSystemClient::GetPowerClient() { return GetEventClient(power_client_); }
-HLXMiscClient* HLXSystemClient::GetMiscClient() { return GetEventClient(misc_client_); }
-HLXTimeClient* HLXSystemClient::GetTimeClient() { return GetEventClient(time_client_); }
-
-HLXInfoClient* HLXSystemClient::GetInfoClient() {
-  return Lazy(info_client_, [] { return new HLXInfoClient; });
-}
-
-HLXUpdateClient* HLXSystemClient::GetUpdateClient() {
-  HLXInfoClient* const info = GetInfoClient();
-  return Lazy(update_client_, [this, info] {
-    auto client = std::make_unique<HLXUpdateClient>(adapter_, info);
-    adapter_->SetClient(client.get());
-    return client.release();
-  });
-}
+HLXInfoClient* HLXSystemClient::GetInfoClient() { return Lazy(info_client_); }
+HLXPowerClient* HLXSystemClient::GetPowerClient() { return Lazy(power_client_, adapter_); }
+HLXMiscClient* HLXSystemClient::GetMiscClient() { return Lazy(misc_client_, adapter_); }
+HLXTimeClient* HLXSystemClient::GetTimeClient() { return Lazy(time_client_, adapter_); }
+HLXUpdateClient* HLXSystemClient::GetUpdateClient() { return Lazy(update_client_, adapter_, GetInfoClient()); }

@@ -30,10 +30,8 @@ class HLXSystemClient {
   HLXTimeClient* GetTimeClient();
 
  private:
-  template <class Client>
-  Client* GetEventClient(std::atomic<Client*>& slot);
-  template <class Client, class Make>
-  Client* Lazy(std::atomic<Client*>& slot, const Make& make);
+  template <class Client, class... Args>
+  Client* Lazy(std::atomic<Client*>& slot, const Args&... args);
 
   std::shared_ptr<SignalDispatch> adapter_;
   std::atomic<HLXPowerClient*> power_client_{nullptr};
