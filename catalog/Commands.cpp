@@ -182,7 +182,7 @@ constexpr bool AreNamesRight() {
       if (value != nullptr && IndexOf(command.area, value) >= kAllValues.size()) return false;
     }
     for (const char* const signal : command.follows) {
-      if (signal != nullptr && SignalNamed(signal) == nullptr) return false;
+      if (signal != nullptr && ArgumentsOf(signal) < 0) return false;
     }
   }
   return true;

@@ -108,12 +108,18 @@ constexpr const Signal* SignalNamed(std::string_view name) {
   return nullptr;
 }
 
+/// -1: there is no such signal. A number, since g++ compares no pointers in constants under UndefinedBehaviorSanitizer.
+constexpr int ArgumentsOf(std::string_view name) {
+  for (const Signal& signal : kSignals) {
+    if (name == signal.name) return static_cast<int>(std::string_view(signal.arguments).size());
+  }
+  return -1;
+}
+
 /// Whether the signal that announces `value` is there and has the argument that tells it.
 constexpr bool IsAnnounced(const Value& value) {
   const std::string_view name = value.announced.signal;
-  if (name.empty()) return true;
-  const Signal* const signal = SignalNamed(name);
-  return signal != nullptr && value.announced.argument < static_cast<int>(std::string_view(signal->arguments).size());
+  return name.empty() || value.announced.argument < ArgumentsOf(name);
 }
 
 constexpr bool AreAllAnnounced() {
