@@ -42,9 +42,7 @@ constexpr SpecialArgument kSpecial[] = {
 
 constexpr bool AreSpecialArgumentsThere() {
   for (const SpecialArgument& special : kSpecial) {
-    const Signal* const signal = rows::SignalNamed(special.signal);
-    if (signal == nullptr || special.index >= static_cast<int>(std::string_view(signal->arguments).size()))
-      return false;
+    if (special.index >= rows::ArgumentsOf(special.signal)) return false;
   }
   return true;
 }

@@ -2,11 +2,11 @@
 
 #include <string>
 
-constexpr char kDefaultLedDayKey[] = "/setting/default_led_day_brightness";
-constexpr char kDefaultLedNightKey[] = "/setting/default_led_night_brightness";
-constexpr char kDefaultScreenDayKey[] = "/setting/default_screen_day_brightness";
-constexpr char kDefaultScreenNightKey[] = "/setting/default_screen_night_brightness";
-constexpr char kDefaultZoneKey[] = "/setting/default_time_zone";
+inline constexpr char kDefaultLedDayKey[] = "/setting/default_led_day_brightness";
+inline constexpr char kDefaultLedNightKey[] = "/setting/default_led_night_brightness";
+inline constexpr char kDefaultScreenDayKey[] = "/setting/default_screen_day_brightness";
+inline constexpr char kDefaultScreenNightKey[] = "/setting/default_screen_night_brightness";
+inline constexpr char kDefaultZoneKey[] = "/setting/default_time_zone";
 
 /// The factory defaults behind saved settings that cannot be read, as the configuration store and the display driver
 /// give them when the object is made. Brightness levels keep their low 8 bits only.
