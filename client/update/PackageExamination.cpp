@@ -53,7 +53,8 @@ int PackageExamination::AnalysisSoftwareFile() {
   }
   if (Overtaken()) return outcome;
   const std::string extracted = paths.extracted + "/app";
-  if (FileExists(extracted) && HLX_ExecSystemCmd(("rm -rf " + extracted).c_str(), 0) == 0) {
+  command = "rm -rf " + extracted;
+  if (FileExists(extracted) && HLX_ExecSystemCmd(command.c_str(), 0) == 0) {
     HLX_LOG_ERROR("remove /media/usbstorage0/app fail:%s", std::strerror(errno));
   }
   return outcome;

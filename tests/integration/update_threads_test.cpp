@@ -4,9 +4,13 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <chrono>
 #include <cstdlib>
+#include <functional>
+#include <future>
 #include <mutex>
 #include <string>
+#include <thread>
 #include <vector>
 
 #include "HLXListenerBase.h"
@@ -26,7 +30,11 @@ int Shell(const std::string& command) { return std::system(command.c_str()); }
 /// What the search's thread and the main loop's say, and when: results as numbers, records as text.
 class Told : public HLXUpdateListenerBase {
  public:
-  void OnDetectValidUpdateFileNotify(UpdateNotifyResult result) override { Add(&results_, static_cast<int>(result)); }
+  std::function<void()> during_callback = [] {};
+  void OnDetectValidUpdateFileNotify(UpdateNotifyResult result) override {
+    during_callback();
+    Add(&results_, static_cast<int>(result));
+  }
   void OnPackageStateChangeNotify(UpdatePackageState state) override { Add(&results_, 100 + state); }
   void AddRecord(const std::string& text) { Add(&records_, text); }
 
@@ -168,6 +176,34 @@ TEST_F(UpdateOnTheBus, StatesOfTheStick) {
   Emit("DetectValidUpdateFileNotifySignal", "2");
   ASSERT_TRUE(RunUntil(results(4)));
   EXPECT_EQ(told.Results().back(), 2);
+}
+
+TEST_F(UpdateOnTheBus, AReleaseWaitsForACallbackAndNotForChecksums) {
+  Start("Aster");
+  Insert("good");
+  ASSERT_EQ(Shell("cd /media/usbstorage0 && mkfifo pipe && sed 's/update.zip/pipe/' -i md5.txt"), 0);
+  Emit("DetectValidUpdateFileNotifySignal", "1");
+  ASSERT_TRUE(RunUntil([] { return Shell("pidof md5sum >/dev/null") == 0; }));
+  HLX_ReleaseSystemProxy();
+  EXPECT_TRUE(RunUntil([] { return Shell("pidof md5sum >/dev/null") != 0; }));
+
+  Start("Aster");
+  Insert("can-file");
+  std::promise<void> called;
+  told.during_callback = [&called] {
+    HLX_ReleaseSystemProxy();  // does nothing
+    called.set_value();
+    std::this_thread::sleep_for(std::chrono::milliseconds(100));
+    HLX_GetSystemPowerProxy()->IsScreenOnState();  // made while the release waits
+    HLX_GetSystemUpdateProxy()->GetListenerCount();
+  };
+  Emit("DetectValidUpdateFileNotifySignal", "1");
+  auto is_called = called.get_future();
+  ASSERT_TRUE(RunUntil([&] { return is_called.wait_for(std::chrono::seconds(0)) == std::future_status::ready; }));
+  HLX_ReleaseSystemProxy();
+  told.during_callback = [] {};
+  EXPECT_EQ(told.Results(), std::vector<int>{3}) << "the search before said nothing, and this one all it had to say";
+  EXPECT_TRUE(told.Said("a callback cannot wait for its own end: nothing is released"));
 }
 
 }  // namespace
