@@ -92,4 +92,42 @@ TEST_F(HlxctlTest, EveryExampleRuns) {
   }
 }
 
+TEST_F(HlxctlTest, ManualIsWhatTheToolSays) {
+  const std::string page = HLX_SOURCE_DIR "/docs/man/hlxctl.1";
+  std::stringstream checked_in;
+  checked_in << std::ifstream(page).rdbuf();
+  EXPECT_EQ(Ctl("manual").out, checked_in.str()) << "stale: hlxctl manual >docs/man/hlxctl.1";
+  // The sandbox has no /etc/groff with its man.local.
+  const Result result =
+      Execute({"sh", "-c", "man --warnings -E UTF-8 -l -Tutf8 -Z '" + page + "' 2>&1 >/dev/null | grep -v man.local"});
+  EXPECT_EQ("", result.out + result.err);
+}
+
+/// What stands on the command line | what may stand behind it, among others; "!" before what may not.
+constexpr char kCompletions[] = R"(
+hlxctl pow | power ; hlxctl  | status ; hlxctl  | doctor ; hlxctl  | !complete ; hlxctl power  | set ; hlxctl power  | reset
+hlxctl power set bri | brightness ; hlxctl power set brightness  | night ; hlxctl power set brightness night  | !night
+hlxctl power set screen  | on ; hlxctl time set zone Europe/Be | Europe/Berlin ; hlxctl get power.scr | power.screen
+hlxctl get power.acc misc.c | misc.can_box ; hlxctl --json get power.scr | power.screen ; hlxctl --col | --color
+hlxctl --color  | always ; hlxctl monitor  | time ; hlxctl monitor power --timeout  | !power ; hlxctl power --js | --json
+hlxctl wait-for power.scre | power.screen= ; hlxctl wait-for power.screen=o | off ; hlxctl wait-for OnAcc | OnAccStateChange
+hlxctl call SetGamma | SetGammaValue ; hlxctl listen Acc | AccStateChangeSignal ; hlxctl record /etc/local | /etc/localtime
+hlxctl names gam | !gamma ; hlxctl moon  | !status)";
+
+TEST_F(HlxctlTest, CompletesInBash) {
+  setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere", 1);
+  for (const auto& row : Rows(kCompletions)) {
+    const Result result =
+        Execute({"bash", "-c",
+                 "hlxctl() { " + std::string(kTool) +
+                     " \"$@\"; }; source " HLX_SOURCE_DIR "/tools/hlxctl/completion/hlxctl.bash; COMP_LINE='" + row[0] +
+                     "'; COMP_POINT=${#COMP_LINE}; _hlxctl; printf '%s\\n' \"${COMPREPLY[@]}\""});
+    const bool not_there = row[1][0] == '!';
+    const std::vector<std::string> found = Cut(result.out, "\n");
+    EXPECT_EQ(not_there ? 0 : 1, std::count(found.begin(), found.end(), row[1].substr(not_there ? 1 : 0)))
+        << row[0] << "\n"
+        << result.out << result.err;
+  }
+}
+
 }  // namespace

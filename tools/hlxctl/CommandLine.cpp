@@ -61,7 +61,7 @@ CommandLine::CommandLine(int argc, char** argv)
 }
 
 void CommandLine::Add(const std::vector<std::string>* ahead) {
-  app_.set_version_flag("--version", "hlxctl " HLX_VERSION);
+  app_.set_version_flag("--version", "hlxctl " HLX_VERSION, "Print the version and exit");
   app_.add_flag("--json", request_.json, "Write JSON, also for failures");
   app_.add_option("--color", request_.color, "auto, always or never; NO_COLOR in the environment counts, too")
       ->transform(CLI::Transformer(kColors).description(""))
@@ -72,7 +72,7 @@ void CommandLine::Add(const std::vector<std::string>* ahead) {
   for (const Verb& verb : Verbs()) {
     CLI::App* const app = app_.add_subcommand(verb.name, verb.about)->group(verb.group)->fallthrough();
     if (ahead != nullptr && (ahead->empty() || ahead->front() != verb.name)) continue;
-    app->footer(Footer(verb.examples));
+    if (!verb.examples.empty()) app->footer(Footer(verb.examples));
     std::vector<std::string> behind;
     if (ahead != nullptr) behind.assign(ahead->begin() + 1, ahead->end());
     verb.add(*app, request_, ahead == nullptr ? nullptr : &behind);

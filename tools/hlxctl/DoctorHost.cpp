@@ -9,11 +9,6 @@
 
 namespace {
 
-struct KeyFileDeleter {
-  void operator()(GKeyFile* file) const { g_key_file_unref(file); }
-};
-using KeyFile = std::unique_ptr<GKeyFile, KeyFileDeleter>;
-
 /// "/setting/default_time_zone" and so on.
 std::set<std::string> KeysOf(GKeyFile* file) {
   std::set<std::string> keys;
@@ -41,14 +36,14 @@ std::vector<std::string> Without(const std::set<std::string>& keys, const std::s
 
 Findings CheckConfiguration(Patient& /*patient*/) {
   const std::string path = host::ConfigFile();
-  const KeyFile file(g_key_file_new());
+  const GLibPtr<GKeyFile> file(g_key_file_new());
   GError* problem = nullptr;
   if (g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, &problem) == FALSE) {
     const GLibPtr<GError> owned(problem);
     return {{Health::kFailure, "configuration " + path + ": " + problem->message,
              "name the unit's configuration in HLX_HOST_CONFIG"}};
   }
-  const KeyFile sample(g_key_file_new());
+  const GLibPtr<GKeyFile> sample(g_key_file_new());
   g_key_file_load_from_data(sample.get(), kSampleConfiguration, sizeof kSampleConfiguration - 1, G_KEY_FILE_NONE,
                             nullptr);
   const std::set<std::string> keys = KeysOf(file.get());

@@ -12,6 +12,7 @@ constexpr char kLook[] = "Look";
 constexpr char kAreas[] = "Areas: values, and \"AREA set\" for commands";
 constexpr char kFollow[] = "Follow";
 constexpr char kFind[] = "Find out";
+constexpr char kHidden[] = "";
 constexpr char kBare[] = "For authors of a service";
 
 void Does(CLI::App& app, Request& request, int (*action)(const Request&)) {
@@ -102,6 +103,13 @@ void AddListen(CLI::App& app, Request& request, Ahead /*ahead*/) {
   Does(app, request, Listen);
 }
 
+void AddComplete(CLI::App& app, Request& request, Ahead /*ahead*/) {
+  app.add_option("word", request.words);
+  Does(app, request, Complete);
+}
+
+void AddManual(CLI::App& app, Request& request, Ahead /*ahead*/) { Does(app, request, Manual); }
+
 /// "set" asks for every command, the area's name itself for those that read better as a verb.
 using Wanted = bool (*)(const catalog::Command&);
 
@@ -126,7 +134,6 @@ void AddCommand(CLI::App& parent, Request& request, const catalog::Command& comm
     app->add_option_function<std::string>(parameter.name, take, Allowed(parameter.reading))->required()->type_name("");
   }
   if (command.asks_first) app->add_flag("-y,--yes", request.yes, "Do not ask");
-  AddTimeout(*app, request, "Wait so long for the answer, 25 s unless given");
   app->footer(Follows(command));
   app->callback(
       [&request, &command] { request.action = [&command](const Request& asked) { return Send(command, asked); }; });
@@ -156,6 +163,7 @@ void AddArea(CLI::App& app, Request& request, Ahead ahead) {
   const bool sets = word != nullptr && *word == "set";
   app.require_subcommand(0, 1);
   if (!catalog::Commands(kArea).empty()) {
+    AddTimeout(app, request, "Commands: wait so long for the answer, 25 s unless given");
     CLI::App& set = *app.add_subcommand("set", "Send a command")->fallthrough();
     set.require_subcommand(1);
     if (word == nullptr || sets) {
@@ -262,6 +270,8 @@ const std::vector<Verb>& Verbs() {
        "Print the bare signals, without records",
        AddListen,
        {{"listen", "every signal"}, {"listen AccStateChangeSignal --count 1", "one of them"}}},
+      {"complete", kHidden, "What may stand here, for shells", AddComplete, {}},
+      {"manual", kHidden, "The manual page, in roff", AddManual, {}},
   };
   return verbs;
 }

@@ -25,3 +25,7 @@ int Doctor(const Request& request);
 int Call(const Request& request);
 /// The bare signals as they come.
 int Listen(const Request& request);
+/// What could stand in the place of the last word, one a line with what it is: for shells.
+int Complete(const Request& request);
+/// The manual page, in roff.
+int Manual(const Request& request);

@@ -1,12 +1,12 @@
 #include <glib.h>
 
 #include <cstdlib>
-#include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 
 #include "catalog/Catalog.h"
 #include "data/ZoneTable.h"
+#include "dbus/GLibPtr.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Records.h"
 #include "tools/common/ZoneNames.h"
@@ -19,8 +19,7 @@ namespace {
 
 /// Seconds east of UTC in the zone's file now; nothing when there is no such file.
 std::optional<int> OffsetNow(int zone) {
-  const std::unique_ptr<GTimeZone, decltype(&g_time_zone_unref)> rules(g_time_zone_new_identifier(kZones[zone].path),
-                                                                       g_time_zone_unref);
+  const GLibPtr<GTimeZone> rules(g_time_zone_new_identifier(kZones[zone].path));
   if (rules == nullptr) return {};
   const gint64 now = g_get_real_time() / G_USEC_PER_SEC;
   return g_time_zone_get_offset(rules.get(), g_time_zone_find_interval(rules.get(), G_TIME_TYPE_UNIVERSAL, now));

@@ -1,0 +1,129 @@
+#include "cli/ManualPage.h"
+
+#include <algorithm>
+#include <sstream>
+
+namespace cli {
+
+namespace {
+
+/// Characters that roff would take for its own; what is not ASCII by its number.
+std::string Escaped(const std::string& text) {
+  std::string escaped;
+  for (std::size_t i = 0; i < text.size(); ++i) {
+    const auto byte = static_cast<unsigned char>(text[i]);
+    if (byte == '\\') {
+      escaped += "\\e";
+    } else if (byte == '-') {
+      escaped += "\\-";
+    } else if ((byte == '.' || byte == '\'') && (i == 0 || text[i - 1] == '\n')) {
+      escaped.append("\\&") += text[i];
+    } else if (byte < 0x80) {
+      escaped += text[i];
+    } else {
+      unsigned code = byte >= 0xF0 ? byte & 0x07U : byte >= 0xE0 ? byte & 0x0FU : byte & 0x1FU;
+      for (; i + 1 < text.size() && (static_cast<unsigned char>(text[i + 1]) & 0xC0U) == 0x80U; ++i) {
+        code = code << 6U | (static_cast<unsigned char>(text[i + 1]) & 0x3FU);
+      }
+      char number[16];
+      std::snprintf(number, sizeof number, "\\[u%04X]", code);
+      escaped += number;
+    }
+  }
+  return escaped;
+}
+
+std::string Bold(const std::string& text) { return "\\fB" + Escaped(text) + "\\fR"; }
+std::string Italic(const std::string& text) { return "\\fI" + Escaped(text) + "\\fR"; }
+
+std::string Upper(std::string text) {
+  std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::toupper(c); });
+  return text;
+}
+
+/// Paragraphs; lines that begin with blanks as they are.
+std::string Body(const std::string& text) {
+  std::istringstream lines(text);
+  std::string body;
+  bool literal = false;
+  for (std::string line; std::getline(lines, line);) {
+    const bool now = !line.empty() && line[0] == ' ';
+    if (now != literal) body += now ? ".PP\n.nf\n" : ".fi\n.PP\n";
+    literal = now;
+    body += line.empty() ? ".PP\n" : Escaped(line) + "\n";
+  }
+  return literal ? body + ".fi\n" : body;
+}
+
+bool IsShown(const CLI::App* app) { return !app->get_group().empty(); }
+
+std::string Synopsis(const CLI::App& app, const std::string& path) {
+  std::string text = Bold(path);
+  for (const CLI::Option* const option : app.get_options([](const CLI::Option* o) { return o->get_positional(); })) {
+    std::string name = Italic(option->get_name(true));
+    if (option->get_expected_max() > 1) name += "...";
+    text += " " + (option->get_required() ? name : "[" + name + "]");
+  }
+  return text;
+}
+
+std::string Options(const CLI::App& app) {
+  std::string text;
+  for (const CLI::Option* const option : app.get_options()) {
+    if (option == app.get_help_ptr() || option->get_group().empty()) continue;
+    const bool positional = option->get_positional();
+    text += ".TP\n" + (positional ? Italic(option->get_name(true)) : Bold(option->get_name(false, true)));
+    if (!positional && !option->get_type_name().empty() && option->get_expected_max() > 0) {
+      text += " " + Italic(option->get_type_name());
+    }
+    text += "\n" + Escaped(option->get_description()) + ".\n";
+  }
+  return text;
+}
+
+struct Footers {
+  std::string examples;
+  std::string exit_codes;
+};
+
+/// Puts the footer where it belongs; what stays is returned.
+std::string Sort(const std::string& footer, Footers& footers) {
+  const auto follows = [&footer](const std::string& heading) {
+    return footer.compare(0, heading.size(), heading) == 0 ? footer.substr(heading.size()) : std::string();
+  };
+  const std::string examples = follows("Examples:\n");
+  const std::string codes = follows("Exit codes:\n");
+  footers.examples += examples;
+  footers.exit_codes += codes;
+  return examples.empty() && codes.empty() && !footer.empty() ? Escaped(footer) + "\n" : "";
+}
+
+void Describe(const CLI::App& app, const std::string& path, Footers& footers, std::string& page) {
+  for (const CLI::App* const sub : app.get_subcommands(IsShown)) {
+    const std::string name = path + " " + sub->get_name();
+    page += ".SS " + Synopsis(*sub, name) + "\n" + Escaped(sub->get_description()) + ".\n";
+    page += Sort(sub->get_footer(), footers);
+    page += Options(*sub);
+    Describe(*sub, name, footers, page);
+  }
+}
+
+}  // namespace
+
+std::string ManualPage(const CLI::App& app, const ManualExtras& extras) {
+  const std::string& name = app.get_name();
+  std::string page = ".TH " + Upper(name) + " 1 \"\" \"" + extras.version + "\" \"User Commands\"\n.SH NAME\n" +
+                     Escaped(name) + " \\- " + Escaped(extras.name_line) + "\n.SH SYNOPSIS\n.B " + Escaped(name) +
+                     "\n[\\fIOPTION\\fR]... [\\fIVERB\\fR [\\fIARGUMENT\\fR]...]\n";
+  for (const auto& [heading, text] : extras.before) page += ".SH " + Escaped(Upper(heading)) + "\n" + Body(text);
+  Footers footers;
+  std::string verbs;
+  Describe(app, name, footers, verbs);
+  page += ".SH OPTIONS\n" + Options(app) + Sort(app.get_footer(), footers) + ".SH VERBS\n" + verbs;
+  if (!footers.examples.empty()) page += ".SH EXAMPLES\n" + Body(footers.examples);
+  if (!footers.exit_codes.empty()) page += ".SH EXIT STATUS\n" + Body(footers.exit_codes);
+  for (const auto& [heading, text] : extras.after) page += ".SH " + Escaped(Upper(heading)) + "\n" + Body(text);
+  return page;
+}
+
+}  // namespace cli
