@@ -130,4 +130,19 @@ TEST_F(HlxctlTest, CompletesInBash) {
   }
 }
 
+TEST_F(HlxctlTest, CompletesInZsh) {
+  // What zsh itself would bring.
+  const std::string zsh =
+      "_describe() { print -l -- ${(P)2}; }; compadd() { print -l -- $@; }; _files() { print files; }; ";
+  const auto complete = [&zsh](const std::string& words, const std::string& current) {
+    return Execute({"zsh", "-fc",
+                    zsh + "words=(" + kTool + " " + words + "); CURRENT=" + current +
+                        "; source " HLX_SOURCE_DIR "/tools/hlxctl/completion/_hlxctl"});
+  };
+  const Result verb = complete("doc", "2");
+  EXPECT_EQ("doctor:Why does it not work: bus, service, records, machine\n", verb.out) << verb.err;
+  EXPECT_THAT(complete("wait-for power.scre", "3").out, HasSubstr("power.screen=\n"));
+  EXPECT_EQ("files\n", complete("record ''", "3").out);
+}
+
 }  // namespace
