@@ -13,10 +13,11 @@ install(DIRECTORY dbus/ DESTINATION ${CMAKE_INSTALL_DATADIR}/dbus-1/interfaces F
 set(hlx_cmake_dir ${CMAKE_INSTALL_LIBDIR}/cmake/HLXSystemClient)
 install(EXPORT HLXSystemClientTargets NAMESPACE HLX:: DESTINATION ${hlx_cmake_dir})
 configure_package_config_file(cmake/HLXSystemClientConfig.cmake.in
-  ${PROJECT_BINARY_DIR}/HLXSystemClientConfig.cmake INSTALL_DESTINATION ${hlx_cmake_dir})
+  ${PROJECT_BINARY_DIR}/HLXSystemClientConfig.cmake INSTALL_DESTINATION ${hlx_cmake_dir}
+  PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(${PROJECT_BINARY_DIR}/HLXSystemClientConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(FILES ${PROJECT_BINARY_DIR}/HLXSystemClientConfig.cmake
+install(FILES cmake/HLXSimulatedTest.cmake ${PROJECT_BINARY_DIR}/HLXSystemClientConfig.cmake
               ${PROJECT_BINARY_DIR}/HLXSystemClientConfigVersion.cmake DESTINATION ${hlx_cmake_dir})
 
 # pkg-config finds the prefix from where the file lies, so that an installed tree may be moved.

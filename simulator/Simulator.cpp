@@ -9,7 +9,8 @@
 
 Simulator::Simulator(const Options& options)
     : options_(options), service_([this](GDBusMethodInvocation* call) { OnCall(call); }), models_(unit_, Hooks()) {
-  unit_.observers().announced = [this](const catalog::Signal& signal, GVariant* tuple) { OnAnnounced(signal, tuple); };
+  unit_.observers().announced.push_back(
+      [this](const catalog::Signal& signal, GVariant* tuple) { OnAnnounced(signal, tuple); });
 }
 
 void Simulator::Start() {
@@ -68,6 +69,7 @@ void Simulator::OnAnnounced(const catalog::Signal& signal, GVariant* tuple) {
   if (!service_.IsOpen()) return;
   Journal("emit " + Describe(signal.name, InfoOf(signal).args, tuple));
   service_.Send(signal, tuple);
+  for (const auto& sent : sent_) sent(signal, tuple);
 }
 
 void Simulator::Journal(const std::string& line) const {

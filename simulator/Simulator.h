@@ -1,8 +1,9 @@
 /// The simulated unit as a whole: its state, the service on the bus, and what happens between the two.
 #pragma once
 
-#include <memory>
+#include <functional>
 #include <string>
+#include <vector>
 
 #include "simulator/model/Unit.h"
 #include "simulator/service/CallLog.h"
@@ -30,6 +31,8 @@ class Simulator {
   Models& models() { return models_; }
   CallLog& calls() { return calls_; }
   Service& service() { return service_; }
+  /// Who listens to what goes over the bus.
+  std::vector<std::function<void(const catalog::Signal&, GVariant* tuple)>>& sent() { return sent_; }
 
   /// One line for the person who watches.
   void Journal(const std::string& line) const;
@@ -45,4 +48,5 @@ class Simulator {
   CallLog calls_;
   Service service_;
   Models models_;
+  std::vector<std::function<void(const catalog::Signal&, GVariant* tuple)>> sent_;
 };

@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "simulator/Installed.h"
+#include "simulator/Configuration.h"
 
 namespace {
 
@@ -25,17 +25,6 @@ GLogWriterOutput WriteErrors(GLogLevelFlags level, const GLogField* fields, gsiz
     }
   }
   return g_log_writer_default(level, fields, count, nullptr);
-}
-
-/// A unit without configuration would have neither brightness nor zone: it is the sample's unit.
-void FindConfiguration() {
-  const gchar* const named = g_getenv("HLX_HOST_CONFIG");
-  if (named != nullptr && *named != '\0') return;
-  const GLibPtr<gchar> own(g_build_filename(g_get_user_config_dir(), "hlx", "platform.conf", nullptr));
-  const std::string sample = InstalledFile("platform.conf.sample");
-  if (g_file_test(own.get(), G_FILE_TEST_EXISTS) != FALSE || sample.empty()) return;
-  std::fprintf(stderr, "hlx-simulator: no %s: playing the unit of %s\n", own.get(), sample.c_str());
-  g_setenv("HLX_HOST_CONFIG", sample.c_str(), TRUE);
 }
 
 /// What must be done before anything else reads the environment or logs.
@@ -57,7 +46,10 @@ UnitProcess::UnitProcess(const Options& options)
   for (const int number : {SIGINT, SIGTERM}) g_unix_signal_add(number, OnStop, this);
   simulator_.unit().Keep(Own::kUpdateFails, int64_t{options.update_fails});
   simulator_.Start();
-  if (options.ready_fd >= 0) close(options.ready_fd);
+  if (!options.log.empty()) capture_ = std::make_unique<CaptureWriter>(simulator_, options.log);
+  if (options.ready_fd < 0) return;
+  if (write(options.ready_fd, "\n", 1) != 1) throw std::runtime_error("nobody waits for the unit");
+  close(options.ready_fd);
 }
 
 UnitProcess::~UnitProcess() {

@@ -2,17 +2,20 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "dbus/GLibPtr.h"
 #include "simulator/Simulator.h"
 #include "simulator/control/Control.h"
 #include "simulator/model/SavedSettings.h"
+#include "simulator/play/CaptureWriter.h"
 
 class UnitProcess {
  public:
   struct Options : Simulator::Options {
     bool verbose = false;
     bool update_fails = false;
+    std::string log;    ///< directory for a capture and the calls; empty: none
     int ready_fd = -1;  ///< is written to and closed when the unit is there
   };
 
@@ -34,5 +37,6 @@ class UnitProcess {
   Simulator simulator_;
   GLibPtr<GDBusConnection> connection_;
   Control control_;
+  std::unique_ptr<CaptureWriter> capture_;
   bool bus_gone_ = false;
 };

@@ -1,11 +1,13 @@
 /// hlx-simulator: the unit that is not there.
 #include <CLI/CLI.hpp>
-#include <clocale>
+#include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <exception>
 
 #include "simulator/UnitProcess.h"
 #include "simulator/cli/ControlClient.h"
+#include "simulator/cli/Run.h"
 #include "simulator/cli/Verbs.h"
 
 namespace {
@@ -35,6 +37,7 @@ struct CommandLine {
   bool list_markdown = false;
   CallsOptions calls;
   std::string reboot = "acc";
+  RunOptions run;
 
   CommandLine() {
     app.footer(kFooter);
@@ -45,7 +48,8 @@ struct CommandLine {
     app.add_flag("--update-fails", unit.update_fails, "As set unit.update_fails yes");
     app.add_flag("--quiet", unit.quiet, "Print no calls and signals");
     app.add_flag("--verbose", unit.verbose, "Show the library's log records, too");
-    app.add_option("--ready-fd", unit.ready_fd)->group("");  // for `run`
+    app.add_option("--log", unit.log)->group("");  // these two for `run`
+    app.add_option("--ready-fd", unit.ready_fd)->group("");
     AddVerbs();
   }
 
@@ -78,11 +82,58 @@ struct CommandLine {
         "--acc", [this] { reboot = "acc"; }, "ACC off and on (default): power and time anew");
     verb->add_flag_callback(
         "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
+    AddRun();
+  }
+
+  void AddRun() {
+    auto* const verb =
+        app.add_subcommand("run", "Run a command with a unit of its own around it: [OPTION]... -- COMMAND...")
+            ->prefix_command();
+    verb->footer(
+        "COMMAND has a bus, a unit, records, processes, /etc/localtime, /media and /data of its own; its files, "
+        "network\n"
+        "and display stay. Its exit status is passed on; 124: the time was up; 125: the unit could not start; 126: "
+        "the\n"
+        "unit died before COMMAND did; 127: COMMAND cannot be started.");
+    verb->add_option("--timeout", run.timeout, "End COMMAND after so many seconds");
+    verb->add_option("--log", run.log, "Leave journal.log, calls.jsonl and capture.jsonl in this directory");
+    verb->add_flag("--display", run.display, "COMMAND needs a display: say so when there is none");
+    verb->add_flag(
+        "--on-this-machine", run.on_this_machine,
+        "Go on without a sandbox where this machine grants none: the machine's records and time zone change");
+    auto* const inside = app.add_subcommand("inside")->prefix_command()->group("");
+    inside->add_option("--channel", run.channel);
+    inside->add_option("--log", run.log);
+    for (CLI::App* const either : {verb, inside}) {
+      either->add_flag("--fresh", run.fresh, "Settings of earlier runs do not count");
+    }
   }
 
   bool Is(const char* verb) const { return app.got_subcommand(verb); }
 
-  void RunVerb() {
+  /// What stands behind a "--" is the command of `run`, and nobody else's business.
+  void Parse(int argc, char** argv) {
+    char** const end = std::find_if(argv, argv + argc, [](const char* word) { return std::strcmp(word, "--") == 0; });
+    const bool runs = argc > 1 && (std::strcmp(argv[1], "run") == 0 || std::strcmp(argv[1], "inside") == 0);
+    if (!runs || end == argv + argc) return app.parse(argc, argv);
+    app.parse(static_cast<int>(end - argv), argv);
+    run.command.assign(end + 1, argv + argc);
+  }
+
+  int RunVerb() {
+    for (const char* const verb : {"run", "inside"}) {
+      if (!Is(verb)) continue;
+      const Words words = app.get_subcommand(verb)->remaining();
+      if (run.command.empty()) run.command = words;
+      if (run.command != words && !words.empty())
+        throw VerbError(kExitBadArgument, "run: there is no option " + words[0]);
+      return run.channel < 0 ? RunOutside(run) : RunInside(run);
+    }
+    UseUnit();
+    return 0;
+  }
+
+  void UseUnit() {
     if (Is("set")) return SetVerb(app.get_subcommand("set")->remaining(), silent);
     if (Is("get")) return GetVerb(get_names, get);
     if (Is("emit")) return EmitVerb(app.get_subcommand("emit")->remaining());
@@ -103,12 +154,11 @@ int main(int argc, char** argv) {
   try {
     CommandLine line;
     try {
-      line.app.parse(argc, argv);
+      line.Parse(argc, argv);
     } catch (const CLI::ParseError& problem) {
       return line.app.exit(problem) == 0 ? 0 : kExitBadArgument;
     }
-    line.RunVerb();
-    return 0;
+    return line.RunVerb();
   } catch (const VerbError& problem) {
     std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
     return problem.code;

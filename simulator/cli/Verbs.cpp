@@ -1,14 +1,12 @@
 #include "simulator/cli/Verbs.h"
 
 #include <cstdio>
-#include <nlohmann/json.hpp>
 
 #include "simulator/cli/ControlClient.h"
 #include "simulator/control/Lists.h"
 #include "simulator/model/ValueNames.h"
 #include "simulator/model/Values.h"
-
-using nlohmann::ordered_json;
+#include "simulator/play/CaptureWriter.h"
 
 namespace {
 
@@ -19,13 +17,6 @@ const std::string& Checked(const std::string& word) {
     throw VerbError(kExitBadArgument, std::string("'") + valid.get() + "' is no UTF-8 text");
   }
   return word;
-}
-
-ordered_json JsonOf(const catalog::Scalar& scalar) {
-  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return *whole;
-  if (const auto* const number = std::get_if<double>(&scalar)) return *number;
-  const auto* const text = std::get_if<std::string>(&scalar);
-  return text == nullptr || text->empty() ? ordered_json() : ordered_json(*text);
 }
 
 struct Told {
@@ -50,36 +41,21 @@ std::vector<Told> Ask(const Words& names) {
   return values;
 }
 
-void PrintCall(GVariant* call, bool json) {
+void PrintCall(GVariant* variant, bool json) {
   gint64 time = 0;
   const gchar* sender = nullptr;
   const gchar* method = nullptr;
-  GVariant* dictionary = nullptr;
-  g_variant_get(call, "(x&s&s@a{sv})", &time, &sender, &method, &dictionary);
-  const GLibPtr<GVariant> arguments(dictionary);
-  ordered_json by_name = ordered_json::object();
-  for (gsize i = 0; i < g_variant_n_children(dictionary); ++i) {
-    const GLibPtr<GVariant> entry(g_variant_get_child_value(dictionary, i));
-    const gchar* name = nullptr;
-    GVariant* boxed = nullptr;
-    g_variant_get(entry.get(), "{&sv}", &name, &boxed);
-    by_name[name] = JsonOf(ScalarOf(GLibPtr<GVariant>(boxed).get()));
-  }
-  GDateTime* const utc = g_date_time_new_from_unix_local(time / G_USEC_PER_SEC);
-  const GLibPtr<gchar> clock(g_date_time_format(utc, json ? "%FT%T" : "%T"));
-  const GLibPtr<gchar> zone(g_date_time_format(utc, "%:z"));
-  g_date_time_unref(utc);
-  const int micros = static_cast<int>(time % G_USEC_PER_SEC);
+  GVariant* arguments = nullptr;
+  g_variant_get(variant, "(x&s&s@a{sv})", &time, &sender, &method, &arguments);
+  const Call call = {time, sender, method, GLibPtr<GVariant>(arguments)};
   if (json) {
-    char wall[80];
-    std::snprintf(wall, sizeof wall, "%s.%06d%s", clock.get(), micros, zone.get());
-    const ordered_json line = {{"wall", wall}, {"call", method}, {"args", by_name}, {"sender", sender}};
-    std::puts(line.dump().c_str());
+    std::fputs(LineOf(JsonOf(call)).c_str(), stdout);
     return;
   }
   std::string text;
+  const Json by_name = JsonOf(arguments);
   for (const auto& [name, value] : by_name.items()) text += (text.empty() ? "" : ", ") + name + "=" + value.dump();
-  std::printf("%s.%03d  %s(%s)  from %s\n", clock.get(), micros / 1000, method, text.c_str(), sender);
+  std::printf("%s  %s(%s)  from %s\n", TimeStamp(time).substr(11, 12).c_str(), method, text.c_str(), sender);
 }
 
 }  // namespace
@@ -100,7 +76,7 @@ void SetVerb(const Words& words, bool silent) {
 
 void GetVerb(const Words& words, const GetOptions& options) {
   const std::vector<Told> values = Ask(words);
-  ordered_json json = ordered_json::object();
+  Json json = Json::object();
   bool areas = words.empty();
   for (const std::string& word : words) areas = areas || word.find('.') == std::string::npos;
   for (const Told& value : values) {

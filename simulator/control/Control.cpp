@@ -60,9 +60,9 @@ Control::Control(GDBusConnection* connection, Simulator& simulator)
   skeleton_.Export(connection_, kControlPath);
   OwnName(connection_, kControlName);
   simulator.calls().Listen([this](const Call& call) { EmitOwn("Called", call.ToVariant()); });
-  simulator.unit().observers().kept = [this](const OwnValue& value, const catalog::Scalar& scalar) {
+  simulator.unit().observers().kept.push_back([this](const OwnValue& value, const catalog::Scalar& scalar) {
     EmitOwn("Changed", g_variant_new("(sv)", value.name, VariantOf(scalar)));
-  };
+  });
 }
 
 void Control::EmitOwn(const char* signal, GVariant* tuple) {

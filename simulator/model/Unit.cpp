@@ -91,7 +91,7 @@ Scalar Unit::Get(const Value& value) const {
 void Unit::Change(const Value& value, const Scalar& scalar) {
   Store(value, scalar);
   if (*value.announced.signal == '\0') {
-    if (observers_.written) observers_.written(value.FullName(), scalar);
+    for (const auto& written : observers_.written) written(value.FullName(), scalar);
   } else {
     const Signal& signal = SignalNamed(value.announced.signal);
     std::vector<Scalar> arguments = ArgumentsFor(value, States());
@@ -109,7 +109,7 @@ void Unit::Change(const Value& value, const Scalar& scalar) {
 
 void Unit::Write(const Value& value, const Scalar& scalar) {
   Store(value, scalar);
-  if (observers_.written) observers_.written(value.FullName(), scalar);
+  for (const auto& written : observers_.written) written(value.FullName(), scalar);
 }
 
 void Unit::Announce(const Signal& signal, const std::vector<Scalar>& arguments) {
@@ -122,12 +122,13 @@ void Unit::Announce(const Signal& signal, const std::vector<Scalar>& arguments) 
       told_[telling.value] = arguments[static_cast<std::size_t>(telling.argument)];
     }
   }
-  if (observers_.announced) observers_.announced(signal, TupleOf(signal, arguments).get());
+  const GLibPtr<GVariant> tuple = TupleOf(signal, arguments);
+  for (const auto& announced : observers_.announced) announced(signal, tuple.get());
 }
 
 void Unit::Keep(Own id, const Scalar& scalar) {
   own_[static_cast<std::size_t>(id)] = scalar;
-  if (observers_.kept) observers_.kept(OwnValues()[static_cast<std::size_t>(id)], scalar);
+  for (const auto& kept : observers_.kept) kept(OwnValues()[static_cast<std::size_t>(id)], scalar);
 }
 
 void Unit::ForgetKept() {

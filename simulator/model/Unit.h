@@ -24,9 +24,9 @@ class Unit {
 
   /// Who listens to the unit. Each is called after the thing has happened.
   struct Observers {
-    std::function<void(const catalog::Signal&, GVariant* tuple)> announced;
-    std::function<void(const std::string& name, const Scalar&)> written;  ///< without a signal
-    std::function<void(const OwnValue&, const Scalar&)> kept;
+    std::vector<std::function<void(const catalog::Signal&, GVariant* tuple)>> announced;
+    std::vector<std::function<void(const std::string& name, const Scalar&)>> written;  ///< without a signal
+    std::vector<std::function<void(const OwnValue&, const Scalar&)>> kept;
   };
 
   /// Maps the four records. @throws std::runtime_error that names the segment that is not to be had

@@ -73,3 +73,10 @@ shows "brightness 33"
 "$moved/bin/hlx-simulator" emit AccStateChangeSignal false
 shows "ACC off"
 echo "Qt: events and commands"
+
+# An application's tests, each with a unit around it.
+cmake -G Ninja -S "$source/examples/hmi-test" -B "$scratch/hmi-test" -DCMAKE_PREFIX_PATH="$moved" --log-level=WARNING >/dev/null
+cmake --build "$scratch/hmi-test" >/dev/null
+LD_LIBRARY_PATH=$libdir ctest --test-dir "$scratch/hmi-test" --output-on-failure >"$scratch/tests" ||
+  { cat "$scratch/tests" >&2; exit 1; }
+echo "tests of an application with GoogleTest and pytest"

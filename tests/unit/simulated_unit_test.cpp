@@ -39,10 +39,10 @@ class SimulatedUnit : public testing::Test {
     hooks.initialise = [this](bool all) { life_ += all ? "all " : "some "; };
     hooks.booted = [](bool) {};
     models_ = std::make_unique<Models>(*unit_, hooks);
-    unit_->observers().announced = [this](const Signal& signal, GVariant* tuple) {
+    unit_->observers().announced.push_back([this](const Signal& signal, GVariant* tuple) {
       sent_.push_back(Describe(signal.name, InfoOf(signal).args, tuple));
       at_signal_ = Snapshot();
-    };
+    });
   }
 
   Bytes Snapshot() const {

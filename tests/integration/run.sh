@@ -1,0 +1,81 @@
+#!/usr/bin/env bash
+# hlx-simulator run: what the command finds, exit codes, signals, ten at once, and what is left behind.
+# shellcheck disable=SC2016 # what stands in single quotes is for the shell inside
+set -euo pipefail
+simulator=$1
+export G_DEBUG=fatal-criticals
+scratch=$(mktemp -d)
+cd "$scratch"
+failures=0
+fail() { echo "FAILED: $*" >&2 && failures=$((failures + 1)); }
+
+expect() { # CODE PATTERN ARGUMENT…: run must end so, and print a line that fits the pattern, or nothing for ""
+  local code=0 output
+  output=$(timeout 60 "$simulator" run "${@:3}" 2>&1 </dev/null) || code=$?
+  [ $code -eq "$1" ] || fail "${*:3}: exit status $code, not $1: $output"
+  grep -qE "${2:-^\$}" <<<"$output" || fail "${*:3}: no \"$2\" in: $output"
+}
+export HLX_HOST_CONFIG=$2/platform/host/platform.conf.sample
+
+expect 0 "" -- true
+expect 7 "" --fresh -- sh -c 'exit 7'
+expect 137 "" -- sh -c 'kill -9 $$'
+expect 127 "run: /nowhere: No such file" -- /nowhere
+expect 2 "run takes -- COMMAND"
+expect 2 "there is no option --frsh" --frsh -- true
+expect 124 "run: 0.5 s are over" --timeout 0.5 -- sleep 60
+expect 124 "run: 1 s are over" --timeout 1 -- sh -c 'trap "" TERM; while :; do sleep 1; done'
+expect 125 "nowhere/journal.log: No such file" --log /proc/nowhere -- true
+expect 125 "there is no display" --display -- true
+expect 126 "the unit has died" -- sh -c 'kill -9 $(pidof hlx-simulator | tr " " "\n" | sort -n | tail -1); sleep 60'
+
+# What is the unit's is scratch, what is the command's is there.
+echo mine >file
+expect 0 '^mine sys_version.conf on 2 inserted-nowhere$' --fresh -- sh -c '
+  "$0" set power.power_off_delay 2
+  rm /etc/localtime && ln -s /usr/share/zoneinfo/Asia/Tokyo /etc/localtime && mkdir /media/usbstorage0 /data/update
+  echo "$(cat file) $(ls /app/etc) $("$0" get power.acc) $("$0" get power.power_off_delay) inserted-nowhere"' "$simulator"
+for changed in /data/update /media/usbstorage0; do [ ! -e "$changed" ] || fail "$changed was made outside"; done
+[ "$(readlink /etc/localtime)" != /usr/share/zoneinfo/Asia/Tokyo ] || fail "/etc/localtime was changed"
+expect 0 '^20 ' --fresh -- sh -c 'echo "$("$0" get power.power_off_delay) $(pidof sleep | wc -w)"' "$simulator"
+
+# Signals are for the command, whose own answer to them counts.
+"$simulator" run -- sh -c 'trap "exit 5" USR1; touch ready; while :; do sleep 0.05; done' &
+until [ -e ready ]; do sleep 0.05; done
+kill -USR1 $!
+code=0
+wait $! || code=$?
+[ $code -eq 5 ] || fail "a signal: exit status $code, not 5"
+
+# Ten side by side see their own unit only.
+for i in $(seq 10); do
+  "$simulator" run --fresh --log "log$i" -- sh -c '
+    "$0" set misc.car_speed $1 && sleep 0.5 && [ "$("$0" get misc.car_speed)" = $1 ]' "$simulator" $((i * 10)) &
+  pids[i]=$!
+done
+for i in $(seq 10); do
+  wait "${pids[i]}" || fail "number $i of ten"
+  grep -q "\"signal\":\"CarSpeedChangeSignal\",\"args\":\[$((i * 10))\]" "log$i/capture.jsonl" || fail "capture of number $i"
+  grep -q "^emit CarSpeedChangeSignal(speed=$((i * 10)))" "log$i/journal.log" || fail "journal of number $i"
+done
+
+# Nothing is left of one that is killed.
+processes() { (cd /proc && set -- [0-9]* && echo $#); }
+before=$(processes)
+"$simulator" run --fresh -- sh -c 'touch running; sleep 60' &
+until [ -e running ]; do sleep 0.05; done
+kill -9 $!
+wait $! || true
+for _ in $(seq 100); do
+  [ "$(processes)" -gt "$before" ] || break
+  sleep 0.05
+done
+[ "$(processes)" -le "$before" ] || fail "left behind: $(ps ax)"
+
+# Without namespaces.
+mkdir bin
+for program in bash sh setpriv sleep timeout grep dbus-run-session dbus-daemon true; do ln -s "$(type -P $program)" bin/; done
+PATH=$scratch/bin expect 125 "does not give the program bwrap.*/etc/localtime. --on-this-machine" -- true
+PATH=$scratch/bin expect 0 "" --on-this-machine -- true
+
+exit $((failures > 0))
