@@ -1,14 +1,16 @@
 #!/usr/bin/env bash
-# Follows the README's five minutes to the letter, against the build tree $1 installed into a scratch prefix. The README
-# is in $2. What builds, installs and opens the sandbox has happened already.
+# Follows the README's five minutes to the letter, against the build tree $1 installed into a scratch prefix, or, for "",
+# against the installed packages. The README is in $2. What builds, installs and opens the sandbox has happened already.
 set -euo pipefail
 build=$1 source=$2
 work=$(mktemp -d)
 section=$(sed -n '/^## Five minutes/,/^## Where/p' "$source/README.md")
 
-cmake --install "$build" --prefix "$work/usr" >/dev/null
-libdir=$(dirname "$(find "$work/usr" -name libhlxsystemclient.so.1 -print -quit)")
-export PATH=$work/usr/bin:$PATH LD_LIBRARY_PATH=$libdir PKG_CONFIG_PATH=$libdir/pkgconfig
+if [ -n "$build" ]; then
+  cmake --install "$build" --prefix "$work/usr" >/dev/null
+  libdir=$(dirname "$(find "$work/usr" -name libhlxsystemclient.so.1 -print -quit)")
+  export PATH=$work/usr/bin:$PATH LD_LIBRARY_PATH=$libdir PKG_CONFIG_PATH=$libdir/pkgconfig
+fi
 fail() {
   echo "$*" >&2
   cat "$work/output" >&2
