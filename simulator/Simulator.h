@@ -1,14 +1,16 @@
 /// The simulated unit as a whole: its state, the service on the bus, and what happens between the two.
 #pragma once
 
-#include <functional>
 #include <string>
 #include <vector>
 
 #include "simulator/model/Unit.h"
 #include "simulator/service/CallLog.h"
+#include "simulator/service/FaultControl.h"
+#include "simulator/service/Faults.h"
 #include "simulator/service/MethodTable.h"
 #include "simulator/service/Service.h"
+#include "simulator/service/Wire.h"
 
 class Simulator {
  public:
@@ -31,8 +33,13 @@ class Simulator {
   Models& models() { return models_; }
   CallLog& calls() { return calls_; }
   Service& service() { return service_; }
-  /// Who listens to what goes over the bus.
-  std::vector<std::function<void(const catalog::Signal&, GVariant* tuple)>>& sent() { return sent_; }
+  /// What goes over the bus.
+  Wire& wire() { return wire_; }
+  const Faults& faults() const { return faults_; }
+
+  /// From here on, or until it has struck so many times. @throws catalog::BadValue
+  void AddFault(const std::vector<std::string>& words, unsigned int times);
+  void ClearFaults();
 
   /// One line for the person who watches.
   void Journal(const std::string& line) const;
@@ -41,12 +48,15 @@ class Simulator {
   LifeCycle::Hooks Hooks();
   void Booted(bool cold);
   void OnCall(GDBusMethodInvocation* call);
-  void OnAnnounced(const catalog::Signal& signal, GVariant* tuple);
+  void Answer(GDBusMethodInvocation* call, const Fault* fault);
 
   const Options options_;
   Unit unit_;
   CallLog calls_;
   Service service_;
+  Faults faults_;
+  Wire wire_;
+  FaultControl fault_control_;
   Models models_;
-  std::vector<std::function<void(const catalog::Signal&, GVariant* tuple)>> sent_;
+  Delays answers_;
 };

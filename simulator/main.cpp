@@ -37,6 +37,8 @@ struct CommandLine {
   bool list_markdown = false;
   CallsOptions calls;
   std::string reboot = "acc";
+  Words fault;
+  unsigned int fault_times = 0;
   RunOptions run;
 
   CommandLine() {
@@ -65,7 +67,7 @@ struct CommandLine {
     verb->add_flag("--json", get.json, "As one JSON object");
 
     verb = app.add_subcommand("list", "List what there is and what it takes");
-    verb->add_option("kind", list_kind, "values, signals or methods; all without it");
+    verb->add_option("kind", list_kind, "values, signals, methods or faults; all without it");
     verb->add_flag("--markdown", list_markdown)->group("");  // for the documents
 
     verb = app.add_subcommand("calls", "Print the calls of applications, or wait for one");
@@ -82,7 +84,14 @@ struct CommandLine {
         "--acc", [this] { reboot = "acc"; }, "ACC off and on (default): power and time anew");
     verb->add_flag_callback(
         "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
+    AddFault();
     AddRun();
+  }
+
+  void AddFault() {
+    auto* const verb = app.add_subcommand("fault", "Let something go wrong: WORDS..., as in list faults; list; clear");
+    verb->add_option("words", fault, "SetLogo hang, signal AccStateChangeSignal drop, service crash, ...")->required();
+    verb->add_option("--times", fault_times, "End after it has struck so many times")->check(CLI::Range(1, 1000000));
   }
 
   void AddRun() {
@@ -142,6 +151,7 @@ struct CommandLine {
       calls.wait = app.get_subcommand("calls")->count("--wait") > 0;
       return CallsVerb(calls);
     }
+    if (Is("fault")) return FaultVerb(fault, fault_times);
     if (Is("reboot")) return RebootVerb(reboot);
     UnitProcess(unit).Run();
   }

@@ -24,11 +24,16 @@ struct Told {
   catalog::Scalar scalar;
 };
 
-std::vector<Told> Ask(const Words& names) {
+/// "as", floating.
+GVariant* TextArray(const Words& words) {
   GVariantBuilder builder;
   g_variant_builder_init(&builder, G_VARIANT_TYPE("as"));
-  for (const std::string& name : names) g_variant_builder_add(&builder, "s", Checked(name).c_str());
-  const auto answer = ControlClient().Call("Get", g_variant_new("(as)", &builder), "(a(sv))");
+  for (const std::string& word : words) g_variant_builder_add(&builder, "s", Checked(word).c_str());
+  return g_variant_builder_end(&builder);
+}
+
+std::vector<Told> Ask(const Words& names) {
+  const auto answer = ControlClient().Call("Get", g_variant_new("(@as)", TextArray(names)), "(a(sv))");
   const GLibPtr<GVariant> array(g_variant_get_child_value(answer.get(), 0));
   std::vector<Told> values;
   for (gsize i = 0; i < g_variant_n_children(array.get()); ++i) {
@@ -141,6 +146,25 @@ void CallsVerb(const CallsOptions& options) {
     }
   }
   if (options.clear) client.Call("ClearCalls", nullptr);
+}
+
+void FaultVerb(const Words& words, unsigned int times) {
+  const ControlClient client;
+  if (words == Words{"clear"}) {
+    client.Call("ClearFaults", nullptr);
+  } else if (words == Words{"list"}) {
+    const auto answer = client.Call("Faults", nullptr, "(a(su))");
+    const GLibPtr<GVariant> faults(g_variant_get_child_value(answer.get(), 0));
+    for (gsize i = 0; i < g_variant_n_children(faults.get()); ++i) {
+      const gchar* text = nullptr;
+      guint left = 0;
+      g_variant_get_child(faults.get(), i, "(&su)", &text, &left);
+      const std::string end = left == 0 ? "" : " --times " + std::to_string(left);
+      std::printf("%s%s\n", text, end.c_str());
+    }
+  } else {
+    client.Call("Fault", g_variant_new("(@asu)", TextArray(words), times));
+  }
 }
 
 void RebootVerb(const std::string& how) { ControlClient().Call("Reboot", g_variant_new("(s)", how.c_str())); }

@@ -31,5 +31,8 @@ struct CallsOptions {
 };
 void CallsVerb(const CallsOptions& options);
 
+/// What is to go wrong, "list" or "clear"; `times`: how often, 0 without end.
+void FaultVerb(const Words& words, unsigned int times);
+
 /// "cold", "acc" or "reset"
 void RebootVerb(const std::string& how);

@@ -34,10 +34,8 @@ std::string TextAt(GVariant* tuple, gsize index) {
 }
 
 const std::string& KnownMethod(const std::string& name) {
-  if (name.empty() || FindMethod(name) != nullptr) return name;
-  std::vector<std::string> names;
-  for (const MethodRow& row : Methods()) names.emplace_back(row.method);
-  throw Unknown("method", name, catalog::Nearest(name, names));
+  if (!name.empty()) MethodNamed(name);
+  return name;
 }
 
 }  // namespace
@@ -47,9 +45,17 @@ struct Control::Row {
   Answer (Control::*answer)(GVariant* arguments, GDBusMethodInvocation* call);
 };
 const Control::Row Control::kRows[] = {
-    {"Set", &Control::Set},           {"Get", &Control::Get},       {"List", &Control::List},
-    {"Emit", &Control::Emit},         {"Calls", &Control::Calls},   {"ClearCalls", &Control::ClearCalls},
-    {"WaitCall", &Control::WaitCall}, {"Reboot", &Control::Reboot},
+    {"Set", &Control::Set},
+    {"Get", &Control::Get},
+    {"List", &Control::List},
+    {"Emit", &Control::Emit},
+    {"Calls", &Control::Calls},
+    {"ClearCalls", &Control::ClearCalls},
+    {"WaitCall", &Control::WaitCall},
+    {"Reboot", &Control::Reboot},
+    {"Fault", &Control::AddFault},
+    {"Faults", &Control::Faults},
+    {"ClearFaults", &Control::ClearFaults},
 };
 
 Control::Control(GDBusConnection* connection, Simulator& simulator)
@@ -177,4 +183,28 @@ Control::Answer Control::Reboot(GVariant* arguments, GDBusMethodInvocation* call
     return {};
   }
   throw BadValue("how: '" + how + "' is not allowed; allowed: cold, acc, reset");
+}
+
+Control::Answer Control::AddFault(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
+  const GLibPtr<GVariant> array(g_variant_get_child_value(arguments, 0));
+  std::vector<std::string> words;
+  for (gsize i = 0; i < g_variant_n_children(array.get()); ++i) words.push_back(TextAt(array.get(), i));
+  guint times = 0;
+  g_variant_get(arguments, "(@asu)", nullptr, &times);
+  simulator_.AddFault(words, times);
+  return nullptr;
+}
+
+Control::Answer Control::Faults(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
+  GVariantBuilder builder;
+  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(su)"));
+  for (const Fault& fault : simulator_.faults().all()) {
+    g_variant_builder_add(&builder, "(su)", fault.words.c_str(), fault.left);
+  }
+  return g_variant_new("(a(su))", &builder);
+}
+
+Control::Answer Control::ClearFaults(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
+  simulator_.ClearFaults();
+  return nullptr;
 }

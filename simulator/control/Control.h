@@ -34,6 +34,9 @@ class Control {
   Answer ClearCalls(GVariant* arguments, GDBusMethodInvocation* call);
   Answer WaitCall(GVariant* arguments, GDBusMethodInvocation* call);
   Answer Reboot(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer AddFault(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer Faults(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer ClearFaults(GVariant* arguments, GDBusMethodInvocation* call);
 
   void EmitOwn(const char* signal, GVariant* tuple);
 

@@ -4,6 +4,7 @@
 #include "simulator/model/Names.h"
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/ValueNames.h"
+#include "simulator/service/Faults.h"
 #include "simulator/service/MethodTable.h"
 
 using catalog::BadValue;
@@ -44,10 +45,14 @@ void AddMethods(Entries& entries) {
   }
 }
 
+void AddFaults(Entries& entries) {
+  for (const FaultForm& form : FaultForms()) entries.push_back({"fault", FormOf(form), form.effect});
+}
+
 constexpr struct {
   const char* kind;
   void (*add)(Entries&);
-} kKinds[] = {{"value", AddValues}, {"signal", AddSignals}, {"method", AddMethods}};
+} kKinds[] = {{"value", AddValues}, {"signal", AddSignals}, {"method", AddMethods}, {"fault", AddFaults}};
 
 /// The values that a signal writes, or "nothing".
 std::string Written(const catalog::Signal& signal) {

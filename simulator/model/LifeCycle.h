@@ -24,6 +24,9 @@ class LifeCycle {
     std::function<void(bool cold)> booted;     ///< before it is there again: what the unit says of itself
   };
 
+  /// As `unit.state` has it.
+  enum class State : int { kOff, kRunning, kAccOff, kStandby, kBooting };
+
   enum class Boot { kCold, kAcc, kReset };
 
   LifeCycle(Unit& unit, Hooks hooks);
@@ -45,8 +48,6 @@ class LifeCycle {
   void ConfirmPreRadioOffState(int param);
 
  private:
-  enum class State : int { kOff, kRunning, kAccOff, kStandby, kBooting };
-
   void Enter(State state);
   State Now() const { return static_cast<State>(unit_.KeptNumber(Own::kState)); }
   void Follow(const void* field);

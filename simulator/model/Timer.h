@@ -5,6 +5,8 @@
 
 #include <chrono>
 #include <functional>
+#include <iterator>
+#include <list>
 #include <utility>
 
 class Timer {
@@ -38,4 +40,20 @@ class Timer {
 
   std::function<void()> what_;
   guint source_ = 0;
+};
+
+/// Any number of one-shot timers that end with their owner.
+class Delays {
+ public:
+  void Start(std::chrono::milliseconds time, std::function<void()> what) {
+    timers_.emplace_back();
+    const auto timer = std::prev(timers_.end());
+    timer->Start(time, [this, timer, what = std::move(what)] {
+      what();
+      timers_.erase(timer);
+    });
+  }
+
+ private:
+  std::list<Timer> timers_;
 };

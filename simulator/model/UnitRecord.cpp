@@ -56,14 +56,11 @@ void UnitRecord::InitialiseAnew() {
   Publish();
 }
 
-void UnitRecord::Part() {
+void UnitRecord::Freeze() {
+  if (IsApart()) return;
   apart_.assign(info_.size / sizeof(uint64_t) + 1, 0);
   Copy(state_, apart_.data());
   state_ = apart_.data();
-}
-
-void UnitRecord::Freeze() {
-  if (state_ == segment_) Part();
 }
 
 void UnitRecord::Garble() {
@@ -72,12 +69,14 @@ void UnitRecord::Garble() {
   uint64_t word = info_.key;
   for (uint64_t& piece : garbage) piece = word = word * 6364136223846793005U + 1442695040888963407U;
   Copy(garbage.data(), segment_);
+  for (void* const segment : orphans_) Copy(garbage.data(), segment);
 }
 
 void UnitRecord::Recover() {
-  if (state_ == segment_) return;
+  if (!IsApart()) return;
   Copy(state_, segment_);
   state_ = segment_;
+  Publish();
 }
 
 void UnitRecord::Remove() {
@@ -107,6 +106,6 @@ void UnitRecord::Restore() {
   if (id != -1 && (shmctl(id, IPC_STAT, &status) != 0 || status.shm_segsz < info_.size)) shmctl(id, IPC_RMID, nullptr);
   void* const segment = Map(info_.size, IPC_CREAT | kMode);
   Copy(state_, segment);
-  if (state_ == segment_) state_ = segment;
+  if (!IsApart()) state_ = segment;
   segment_ = segment;
 }

@@ -29,6 +29,7 @@ class UnitRecord {
 
   /// Call after every change of the state.
   void Publish() {
+    if (IsApart()) return;
     for (void* const segment : orphans_) Copy(state_, segment);
   }
 
@@ -47,7 +48,7 @@ class UnitRecord {
   int Find(std::size_t size, int flags) const;
   void* Map(std::size_t size, int flags) const;
   void Copy(const void* from, void* to) const;
-  void Part();
+  bool IsApart() const { return state_ == apart_.data(); }
 
   const catalog::RecordInfo info_;
   const Initialiser initialise_;

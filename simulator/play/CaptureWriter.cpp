@@ -33,7 +33,7 @@ CaptureWriter::CaptureWriter(Simulator& simulator, const std::string& directory)
                      {"can_protocol", GetLibConfigs()->GetString("/system/using_can_protocol")},
                      {"values", Snapshot(unit)}};
   std::fputs(LineOf(head).c_str(), capture_.get());
-  simulator.sent().push_back([this](const catalog::Signal& signal, GVariant* tuple) {
+  simulator.wire().Listen([this](const catalog::Signal& signal, GVariant* tuple) {
     Write({{"signal", signal.name}, {"args", JsonOf(tuple)}});
   });
   unit.observers().written.push_back([this](const std::string& name, const catalog::Scalar& scalar) {

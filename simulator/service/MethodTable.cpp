@@ -10,6 +10,7 @@
 #include "catalog/Catalog.h"
 #include "dbus/GLibPtr.h"
 #include "dbus/VariantRecord.h"
+#include "simulator/model/Names.h"
 #include "simulator/model/Values.h"
 
 using catalog::BadValue;
@@ -174,6 +175,13 @@ const MethodRow* FindMethod(std::string_view name) {
   const auto* const row = std::find_if(std::begin(kMethods), std::end(kMethods),
                                        [name](const MethodRow& candidate) { return candidate.method == name; });
   return row == std::end(kMethods) ? nullptr : row;
+}
+
+const MethodRow& MethodNamed(const std::string& name) {
+  if (const MethodRow* const row = FindMethod(name)) return *row;
+  std::vector<std::string> names;
+  for (const MethodRow& row : kMethods) names.emplace_back(row.method);
+  throw Unknown("method", name, catalog::Nearest(name, names));
 }
 
 GVariant* ArgumentsByName(GVariant* arguments, GDBusArgInfo* const* names) {

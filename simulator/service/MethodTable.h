@@ -3,6 +3,7 @@
 
 #include <gio/gio.h>
 
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -39,6 +40,9 @@ catalog::View<MethodRow> Methods();
 
 /// Null when there is none of this name.
 const MethodRow* FindMethod(std::string_view name);
+
+/// @throws catalog::BadValue that names the nearest ones
+const MethodRow& MethodNamed(const std::string& name);
 
 /// The arguments of a call by their names, "a{sv}". Floating.
 GVariant* ArgumentsByName(GVariant* arguments, GDBusArgInfo* const* names);

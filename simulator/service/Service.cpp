@@ -15,6 +15,7 @@ Service::~Service() {
 void Service::Open() {
   if (IsOpen()) return;
   connection_ = ConnectToSessionBus();
+  g_dbus_connection_add_filter(connection_.get(), OnMessage, this, nullptr);
   try {
     skeleton_.Export(connection_.get(), kServicePath);  // first: who sees the name finds something behind it
     OwnItsName();
@@ -40,9 +41,18 @@ void Service::OwnItsName() {
 }
 
 void Service::Send(const catalog::Signal& signal, GVariant* tuple) {
-  if (!IsOpen()) return;
+  if (!IsAudible()) return;
   g_dbus_connection_emit_signal(connection_.get(), nullptr, kServicePath, com_vorn_linux_system_interface_info()->name,
                                 signal.name, tuple, nullptr);
+}
+
+/// On a thread of GDBus, which answers some calls itself.
+GDBusMessage* Service::OnMessage(GDBusConnection* /*connection*/, GDBusMessage* message, gboolean incoming,
+                                 gpointer service) {
+  const bool is_call = g_dbus_message_get_message_type(message) == G_DBUS_MESSAGE_TYPE_METHOD_CALL;
+  if (incoming == FALSE || !is_call || !static_cast<Service*>(service)->hangs_) return message;
+  g_object_unref(message);
+  return nullptr;
 }
 
 void Service::WhenSent(std::function<void()> done) {

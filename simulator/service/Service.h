@@ -1,6 +1,7 @@
 /// The simulated system service on the bus.
 #pragma once
 
+#include <atomic>
 #include <functional>
 
 #include "catalog/Signal.h"
@@ -28,13 +29,22 @@ class Service {
   void ReleaseItsName();
   void OwnItsName();
 
-  /// Nothing while it is closed.
+  /// Whether it answers nothing and sends nothing, as a process does that hangs.
+  void SetHanging(bool hanging) { hangs_ = hanging; }
+  /// Whether what is sent goes out.
+  bool IsAudible() const { return IsOpen() && !hangs_; }
+
+  /// Nothing while it is closed or hangs.
   void Send(const catalog::Signal& signal, GVariant* tuple);
 
   /// Calls `done` when the bus has taken everything that was sent so far; at once while it is closed.
   void WhenSent(std::function<void()> done);
 
  private:
+  static GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, gboolean incoming,
+                                 gpointer service);
+
   GLibPtr<GDBusConnection> connection_;
+  std::atomic<bool> hangs_{false};
   Skeleton skeleton_;
 };
