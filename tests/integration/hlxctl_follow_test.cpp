@@ -10,7 +10,9 @@ TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
   EXPECT_TRUE(monitor->WaitForLine("\"acc\":{\"value\":0,\"text\":\"off\""));
   simulator_->Signal(SIGKILL);
   EXPECT_TRUE(monitor->WaitForLine("\"connection\",\"event\":\"OnServiceLost\"")) << monitor->Out();
+  const auto early = Begin("wait-for OnServiceBack");
   Start();
+  EXPECT_EQ(0, early->Wait());
   EXPECT_TRUE(monitor->WaitForLine("OnServiceBack"));
   Emit("AccStateChangeSignal true");
   EXPECT_TRUE(monitor->WaitForLine("\"acc\":{\"value\":1,\"text\":\"on\""));
@@ -28,6 +30,15 @@ TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
   EXPECT_THAT(counted->Out(), MatchesRegex("[0-9-]+ [0-9:.]+  power.acc  on\n[0-9-]+ [0-9:.]+  power.acc  off\n"));
   EXPECT_THAT(Ctl("monitor power --count 1 --timeout 0.1").err, HasSubstr("the time is up: 0 of 1 events came"));
   EXPECT_EQ(kExitTimeUp, CtlJson("monitor power --count 1 --timeout 0.1", "failure")["code"]);
+  for (const auto& [number, code] : {std::pair{SIGINT, kExitInterrupted}, {SIGTERM, kExitTerminated}}) {
+    for (const char* const line :
+         {"monitor power --count 1 --json", "listen --count 1 --json", "wait-for power.acc=on --json"}) {
+      const auto interrupted = Begin(line);
+      interrupted->Signal(number);
+      EXPECT_EQ(code, interrupted->Wait()) << line;
+      EXPECT_THAT(interrupted->Out(), HasSubstr("\"code\":" + std::to_string(code)));
+    }
+  }
 
   // A bus of its own, which then goes away.
   Process bus({"dbus-daemon", "--session", "--nofork", "--address=unix:path=/tmp/hlxctl_bus"});
@@ -90,18 +101,57 @@ TEST_F(HlxctlTest, Records) {
   EXPECT_THAT(full.err, HasSubstr("'/dev/full': No space left on device after 0 lines, which are kept"));
 }
 
+TEST_F(HlxctlTest, GoesOnWhileTheUnitRestarts) {
+  Start();
+  const auto recorder = Begin("record /tmp/restart.jsonl --interval 1");
+  const auto waiter = Begin("wait-for misc.car_speed=77");
+  Process screen({"script", "-qec", std::string(kTool) + " watch misc", "/dev/null"});
+  EXPECT_TRUE(screen.WaitForLine("Car speed"));
+  for (const char* const how : {"--cold", "--acc", "--reset"}) {
+    EXPECT_EQ(0, Execute({kSimulator, "reboot", how}).code) << how;
+  }
+  for (int i = 0; i < 500 && Ctl("status").code != 0; ++i) usleep(20000);
+  Emit("CarSpeedChangeSignal 77");
+  EXPECT_EQ(0, waiter->Wait());
+  EXPECT_THAT(waiter->Out(), HasSubstr("OnServiceLost"));
+  EXPECT_TRUE(screen.WaitForLine("77"));
+  recorder->Signal(SIGINT);
+  EXPECT_EQ(0, recorder->Wait()) << recorder->Err();
+}
+
 TEST_F(HlxctlTest, EndsQuietlyWhenNobodyReads) {
   Start();
   const std::string closed =
       "import os, subprocess, sys; r, w = os.pipe(); os.close(r);"
       "sys.exit(subprocess.run(sys.argv[1:], stdout=w).returncode)";
-  for (const char* const line : {"", "power", "get power.acc", "names", "--help", "monitor", "listen",
-                                 "power set gamma 1", "wait-for power.acc=on"}) {
+  for (const char* const line : {"",
+                                 "power",
+                                 "get power.acc",
+                                 "get power.acc --live --json",
+                                 "get nothing --json",
+                                 "names",
+                                 "--help",
+                                 "--version",
+                                 "monitor",
+                                 "listen",
+                                 "listen --count 1 --timeout 1",
+                                 "power set gamma 1",
+                                 "call SetGammaValue 1",
+                                 "doctor",
+                                 "wait-for power.acc=on",
+                                 "wait-for power.acc=off",
+                                 "record /tmp/unread",
+                                 "time zones",
+                                 "update check /tmp",
+                                 "complete pow",
+                                 "manual"}) {
     std::vector<std::string> words = Split(line);
     words.insert(words.begin(), {"python3", "-c", closed, kTool});
     const Result result = Execute(words);
     EXPECT_EQ(kExitClosedPipe, result.code) << line;
-    EXPECT_THAT(result.err, testing::AnyOf("", HasSubstr("listening"))) << line;
+    EXPECT_THAT(result.err,
+                testing::AnyOf("", MatchesRegex("hlxctl: (listening|waiting|recording|there is no) [^\n]*\n")))
+        << line;
   }
   EXPECT_EQ(kExitInternal, Execute({"sh", "-c", std::string(kTool) + " power >/dev/full"}).code);
 }

@@ -129,7 +129,7 @@ constexpr char kWrong[] = R"(
 2 | power set brightnes day 40 | power: set: 'brightnes' is not known here; did you mean 'brightness'
 2 | power set brightness dusk 40 | light: 'dusk' is not allowed; allowed: day, night, or 0 to 255
 2 | power set brightness day 256 | level: '256' is not allowed; allowed: 0 to 255
-2 | power set brightness day | level is required ; 2 | power set brightness day 4O | level: '4O'
+2 | power set brightness day | level is missing: 0 to 255 ; 2 | power set brightness day 4O | level: '4O'
 2 | power set screen 2 | on: '2' is not allowed; allowed: on or off ; 0 | power set screen YES | 
 2 | power set retain-acc 2147483648 | seconds: '2147483648'
 2 | time set zone 79 | zone: '79' is no ; 2 | time set zone GMT+08 | zone: 'GMT+08' fits several zones: 48, 49, 50, 51, 52
@@ -139,12 +139,20 @@ constexpr char kWrong[] = R"(
 5 | power shutdown | must be confirmed ; 5 | misc factory-reset | must be confirmed ; 5 | update apply-all | must be
 5 | call ShutDown | must be confirmed ; 2 | get power.scren | there is no value 'power.scren'; did you mean 'power.screen'
 2 | get misc.steering_angle | is told by events alone ; 2 | monitor info | 'info' has no events
-2 | monitor powr | powr ; 2 | wait-for power.acc | is a value: say what it should be ; 2 | wait-for power.acc!on | '!' alone
+2 | monitor powr | there is no 'powr'; did you mean 'power' ; 2 | wait-for power.acc | is a value: say what it should be ; 2 | wait-for power.acc!on | '!' alone
 2 | wait-for OnAccStateChang | did you mean 'OnAccStateChange' ; 2 | wait-for power.acc=maybe | power.acc: 'maybe' is not allowed
 2 | watch | watch draws on a terminal ; 2 | listen AccStateChangSignal | there is no signal 'AccStateChangSignal'; did you mean 'AccStateChangeSignal'
 2 | call SetGamaValue 1 | did you mean 'SetGammaValue' ; 2 | call SetGammaValue | takes 1 arguments (i), not 0
 2 | call SetGammaValue 1.5 | value: '1.5' is no whole number ; 1 | record /nowhere/file | '/nowhere/file': No such file
-2 | monitor --timeout 0 | --timeout ; 2 | update check /nowhere | '/nowhere': No such file)";
+2 | set power screen on | 'set' is not known here; the area comes first
+2 | power brightness | did you mean 'power set brightness' ; 2 | power set zone 5 | did you mean 'time set zone' or 'get time.zone'
+2 | power.acc | did you mean 'get power.acc' ; 2 | get power | 'power' is an area: name one of its values, as "power.acc"
+2 | power set screen | screen: on is missing: on or off ; 2 | power set | what is missing; there are: shutdown, reset, screen
+2 | get | value is missing ; 2 | --colour always power | '--colour' is not known here; did you mean '--color'
+2 | monitor --count x | 'x' is not allowed; allowed: a number from 1 on
+2 | wait-for power.screen>on | none of which is more than another ; 0 | wait-for power.screen==on | 
+0 | wait-for power.power_off_delay>=20 |  ; 0 | wait-for time.date>2000-01-01 |  ; 6 | wait-for power.power_off_delay<=19 --timeout 0.1 | it is 20 s
+2 | monitor --timeout 0 | '0' is not allowed; allowed: seconds ; 2 | update check /nowhere | '/nowhere': No such file)";
 
 TEST_F(HlxctlTest, NamesWhatIsWrong) {
   Start();

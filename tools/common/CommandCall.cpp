@@ -1,5 +1,6 @@
 #include "tools/common/CommandCall.h"
 
+#include <algorithm>
 #include <cstring>
 #include <ctime>
 #include <stdexcept>
@@ -61,7 +62,8 @@ std::vector<catalog::Scalar> ParseArguments(const catalog::Command& command, con
   std::size_t needed = 0;
   while (needed < parameters.size() && *parameters[needed].otherwise == '\0') ++needed;
   if (words.size() < needed || words.size() > parameters.size()) {
-    throw std::invalid_argument(std::string(command.name) + " takes " + std::to_string(parameters.size()) +
+    const std::string least = needed == parameters.size() ? "" : std::to_string(needed) + " to ";
+    throw std::invalid_argument(command.name + (" takes " + least) + std::to_string(parameters.size()) +
                                 " arguments, not " + std::to_string(words.size()));
   }
   std::vector<catalog::Scalar> scalars;
@@ -71,7 +73,11 @@ std::vector<catalog::Scalar> ParseArguments(const catalog::Command& command, con
     } catch (const std::invalid_argument& problem) {
       throw std::invalid_argument(std::string(parameters[i].name) + ": " + problem.what());
     }
+    if (i < needed || scalars[i] == ParseValue(parameters[i].reading, parameters[i].otherwise)) continue;
+    throw std::invalid_argument(std::string(parameters[i].name) + ": '" + words[i] + "' needs the library's client: " +
+                                "from here there is only '" + parameters[i].otherwise + "'");
   }
+  scalars.resize(std::min(needed, scalars.size()));  // the others do not travel
   return scalars;
 }
 

@@ -8,7 +8,8 @@
 #include "catalog/Catalog.h"
 #include "dbus/GLibPtr.h"
 
-/// What `words` say, one for each of the command's parameters; the last ones may be missing where the row allows it.
+/// What `words` say, one for each of the command's parameters that travel. The last ones, which stay in the process of
+/// a client, may be left out or say what they stand for.
 /// @throws std::invalid_argument that names the parameter
 std::vector<catalog::Scalar> ParseArguments(const catalog::Command& command, const std::vector<std::string>& words);
 

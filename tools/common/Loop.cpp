@@ -76,3 +76,8 @@ Loop::End Loop::Run() {
   if (failure_ != nullptr) std::rethrow_exception(failure_);
   return end_;
 }
+
+void Loop::Fail(End end, const std::string& missing) const {
+  if (end == End::kTimeUp) throw Failure(kExitTimeUp, "the time is up: " + missing);
+  throw Failure(signal_ == SIGINT ? kExitInterrupted : kExitTerminated, "interrupted: " + missing);
+}

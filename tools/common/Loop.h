@@ -5,6 +5,7 @@
 #include <exception>
 #include <functional>
 #include <list>
+#include <string>
 
 #include "dbus/GLibPtr.h"
 
@@ -43,13 +44,19 @@ class Loop {
   /// Runs `work`, guarded, every so many milliseconds.
   void Every(unsigned ms, std::function<void()> work);
 
-  /// The signal that ended it, for an exit status.
-  int Signal() const { return signal_; }
+  /// The same for what must come about before it ends. @throws Failure with `missing`, when the time is up or a signal
+  /// came first
+  template <class Missing>
+  void RunUntilDone(Missing missing) {
+    const End end = Run();
+    if (end != End::kDone) Fail(end, missing());
+  }
 
  private:
   using Work = std::function<void()>;
 
   void Quit(End end);
+  [[noreturn]] void Fail(End end, const std::string& missing) const;
   /// From here on `work` is what the source does.
   void Attach(GSource* source, Work work);
   static gboolean Dispatch(gpointer work);

@@ -90,3 +90,9 @@ catalog::Scalar Read(const catalog::Value& value) {
   if (known.info == nullptr && known.update == nullptr) known = ClientsFor(value.area);
   return value.getter.get(known);
 }
+
+std::optional<catalog::Scalar> ReadUnlessEmpty(const catalog::Value& value) try {
+  return Read(value);
+} catch (const Failure&) {
+  return {};
+}

@@ -1,6 +1,8 @@
 /// The shared records as seen from outside. Nothing here makes, fills or changes one.
 #pragma once
 
+#include <optional>
+
 #include "catalog/Value.h"
 
 /// Maps a record for reading, once. @throws Failure that says why it is not to be had: missing, too small, or not
@@ -17,3 +19,6 @@ void RequireRecords(catalog::Area area);
 /// What the value is now, read from its record or, where it stands in none, asked of the info or update client.
 /// @throws Failure when a record is missing, or the value is told by events alone
 catalog::Scalar Read(const catalog::Value& value);
+
+/// The same for looks that go on: nothing while a service that came back is filling the record.
+std::optional<catalog::Scalar> ReadUnlessEmpty(const catalog::Value& value);

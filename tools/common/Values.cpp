@@ -20,6 +20,12 @@ bool IsZone(const Reading& reading) { return reading.kind == Reading::Kind::kZon
 const catalog::Value& ValueNamed(const std::string& name) {
   const catalog::Value* const value = catalog::FindValue(name);
   if (value != nullptr) return *value;
+  const std::optional<catalog::Area> area = catalog::FindArea(name);
+  if (area) {
+    throw std::invalid_argument("'" + name + "' is an area: name one of its values, as \"" +
+                                catalog::Values(*area)[0].FullName() + "\", or look at all of them: \"hlxctl " + name +
+                                "\"");
+  }
   throw std::invalid_argument("there is no value '" + name + "'" + Suggest(catalog::NearestValues(name)));
 }
 
@@ -58,9 +64,12 @@ std::string Suggest(const std::vector<std::string>& nearest) {
 }
 
 std::string DidYouMean(const std::string& wrong, const std::vector<std::string>& right) {
-  std::string suggestion = Suggest(catalog::Nearest(wrong, right));
-  if (!suggestion.empty() || right.size() > kShortList) return suggestion;
+  const std::string suggestion = Suggest(catalog::Nearest(wrong, right));
+  return !suggestion.empty() || right.size() > kShortList ? suggestion : ThereAre(right);
+}
+
+std::string ThereAre(const std::vector<std::string>& names) {
   std::string list;
-  for (const std::string& name : right) list.append(list.empty() ? "; there are: " : ", ") += name;
+  for (const std::string& name : names) list.append(list.empty() ? "; there are: " : ", ") += name;
   return list;
 }

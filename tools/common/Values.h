@@ -27,4 +27,6 @@ catalog::Scalar ParseValue(const catalog::Reading& reading, const std::string& t
 
 /// "; did you mean 'power'?", else "; there are: …", else nothing.
 std::string DidYouMean(const std::string& wrong, const std::vector<std::string>& right);
+/// "; there are: …", or nothing.
+std::string ThereAre(const std::vector<std::string>& names);
 std::string Suggest(const std::vector<std::string>& nearest);

@@ -98,11 +98,11 @@ class Recorder {
   Json Changes() {
     Json changes = Json::object();
     for (const catalog::Value* const value : values_) {
-      catalog::Scalar now = Read(*value);
+      std::optional<catalog::Scalar> now = ReadUnlessEmpty(*value);
       const auto known = last_.find(value);
-      if (known != last_.end() && known->second == now) continue;
-      changes[value->FullName()] = ToJson(now);
-      last_[value] = std::move(now);
+      if (!now || (known != last_.end() && known->second == *now)) continue;
+      changes[value->FullName()] = ToJson(*now);
+      last_[value] = *std::move(now);
     }
     return changes;
   }
@@ -118,6 +118,7 @@ class Recorder {
 int Record(const Request& request) {
   const Bus bus;
   bus.RequireOwner();
+  for (const catalog::RecordInfo& record : catalog::Records()) RecordOf(record.record);
   Loop loop(bus, request.timeout);
   Recorder recorder(request.file);
   const auto told = [&](const char* kind, const char* name, GVariant* arguments) {

@@ -2,6 +2,7 @@
 
 #include <map>
 
+#include "catalog/Catalog.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Values.h"
 #include "tools/hlxctl/Verbs.h"
@@ -43,6 +44,51 @@ std::vector<std::string> Ahead(const std::vector<std::string>& arguments) {
     }
   }
   return words;
+}
+
+std::vector<std::string> Subcommands(const CLI::App& app) {
+  std::vector<std::string> names;
+  for (const CLI::App* const sub : app.get_subcommands([](const CLI::App*) { return true; })) {
+    if (!sub->get_group().empty()) names.push_back(sub->get_name());
+  }
+  return names;
+}
+
+std::vector<std::string> OptionNames(const CLI::App* app) {
+  std::vector<std::string> names;
+  for (; app != nullptr; app = app->get_parent()) {
+    for (const CLI::Option* const option : app->get_options()) {
+      for (const std::string& name : option->get_lnames()) names.push_back("--" + name);
+    }
+  }
+  return names;
+}
+
+/// Where a word that is not known in its place is at home.
+std::vector<std::string> HomesOf(const std::string& word) {
+  std::vector<std::string> homes;
+  if (catalog::FindValue(word) != nullptr) homes.push_back("get " + word);
+  for (const catalog::Area area : catalog::kAreas) {
+    const std::string name = NameOf(area);
+    if (catalog::FindCommand(area, word) != nullptr) homes.push_back(name + " set " + word);
+    if (catalog::FindValue(area, word) != nullptr) homes.push_back("get " + name + "." + word);
+  }
+  return homes;
+}
+
+/// What may have been meant instead of `unknown`.
+std::string Advice(const CLI::App& app, const std::string& unknown) {
+  if (unknown[0] == '-') return DidYouMean(unknown.substr(0, unknown.find('=')), OptionNames(&app));
+  if (app.get_parent() == nullptr && unknown == "set") return "; the area comes first, as in \"power set screen on\"";
+  const std::vector<std::string> homes = HomesOf(unknown);
+  return homes.empty() ? DidYouMean(unknown, Subcommands(app)) : Suggest(homes);
+}
+
+const CLI::Option* MissingArgument(const CLI::App& app) {
+  for (const CLI::Option* const option : app.get_options()) {
+    if (option->get_positional() && option->get_required() && option->count() == 0) return option;
+  }
+  return nullptr;
 }
 
 }  // namespace
@@ -94,21 +140,23 @@ int CommandLine::Run() {
 }
 
 void CommandLine::Explain(const CLI::ParseError& problem) const {
+  const std::vector<std::string> left = app_.remaining(true);
+  const std::string unknown = left.empty() ? "" : left.front();
   std::string place;
   const CLI::App* app = &app_;
-  while (!app->get_subcommands().empty()) {
-    app = app->get_subcommands().front();
-    place += app->get_name() + ": ";
+  for (const std::string& word : Ahead(arguments_)) {
+    const auto subs = app->get_subcommands([&word](const CLI::App* sub) { return sub->get_name() == word; });
+    if (word == unknown || subs.empty()) break;
+    app = subs.front();
+    place += word + ": ";
   }
-  std::vector<std::string> choice;
-  for (const CLI::App* const sub : app->get_subcommands([](const CLI::App*) { return true; })) {
-    if (!sub->get_group().empty()) choice.push_back(sub->get_name());
-  }
-  const std::vector<std::string> unknown = app_.remaining(true);
   std::string text = problem.what();
   if (!unknown.empty()) {
-    text = "'" + unknown.front() + "' is not known here";
-    if (unknown.front()[0] != '-') text += DidYouMean(unknown.front(), choice);
+    text = "'" + unknown + "' is not known here" + Advice(*app, unknown);
+  } else if (const CLI::Option* const missing = MissingArgument(*app)) {
+    text = missing->get_name(true) + " is missing: " + missing->get_description();
+  } else if (dynamic_cast<const CLI::RequiredError*>(&problem) != nullptr) {
+    text = "what is missing" + ThereAre(Subcommands(*app));
   }
   throw Failure(kExitUsage, place + text);
 }

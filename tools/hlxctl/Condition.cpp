@@ -14,6 +14,7 @@ namespace {
 
 constexpr char kBack[] = "OnServiceBack";
 constexpr char kLost[] = "OnServiceLost";
+constexpr char kOperators[] = ": use =, !=, <, >, <= or >=";
 
 std::string Trimmed(const std::string& text) {
   const std::size_t first = text.find_first_not_of(' ');
@@ -37,6 +38,11 @@ Scalar Operand(catalog::Reading reading, const std::string& text) {
   return ParseValue(reading, text);
 }
 
+bool HasOrder(const catalog::Reading& reading) {
+  using Kind = catalog::Reading::Kind;
+  return reading.kind != Kind::kFlag && reading.kind != Kind::kNamed && reading.kind != Kind::kBits;
+}
+
 bool IsLess(const Scalar& one, const Scalar& other) {
   const auto number = [](const Scalar& scalar) {
     const auto* const whole = std::get_if<int64_t>(&scalar);
@@ -51,11 +57,16 @@ bool IsLess(const Scalar& one, const Scalar& other) {
 Condition::Condition(const std::string& text) : text_(text) {
   const std::size_t at = text.find_first_of("=!<>");
   if (at != std::string::npos) {
-    operator_ = text.substr(at, text.compare(at, 2, "!=") == 0 ? 2 : 1);
-    if (operator_ == "!") throw std::invalid_argument("'" + text + "': '!' alone is no comparison: use =, !=, < or >");
+    operator_ = text.substr(at, text.compare(at + 1, 1, "=") == 0 ? 2 : 1);
+    const std::string operand = Trimmed(text.substr(at + operator_.size()));
+    if (operator_ == "==") operator_ = "=";
+    if (operator_ == "!") throw std::invalid_argument("'" + text + "': '!' alone is no comparison" + kOperators);
     value_ = &ValueNamed(Trimmed(text.substr(0, at)));
     try {
-      wanted_ = Operand(value_->reading, Trimmed(text.substr(at + operator_.size())));
+      wanted_ = Operand(value_->reading, operand);
+      if (operator_ != "=" && operator_ != "!=" && !HasOrder(value_->reading)) {
+        throw std::invalid_argument("it has words, none of which is more than another: compare with = or !=");
+      }
     } catch (const std::invalid_argument& problem) {
       throw std::invalid_argument(value_->FullName() + ": " + problem.what());
     }
@@ -74,10 +85,18 @@ bool Condition::Holds(const Scalar& scalar) const {
   // Equal is what reads the same: any number but 0 is "on".
   const bool same = Bare(value_->reading, scalar) == Bare(value_->reading, wanted_);
   if (operator_ == "=" || operator_ == "!=") return same == (operator_ == "=");
-  return operator_ == "<" ? IsLess(scalar, wanted_) : IsLess(wanted_, scalar);
+  const bool less = IsLess(scalar, wanted_);
+  const bool more = IsLess(wanted_, scalar);
+  return operator_[0] == '<' ? less || (operator_ == "<=" && !more) : more || (operator_ == ">=" && !less);
 }
 
-bool Condition::IsMet() const { return NeedsLooks() && Holds(Read(*value_)); }
+void Condition::RequireRecord() const { Read(*value_); }
+
+bool Condition::IsMet() const {
+  if (!NeedsLooks()) return false;
+  const std::optional<Scalar> now = ReadUnlessEmpty(*value_);
+  return now && Holds(*now);
+}
 
 bool Condition::IsMet(const catalog::Event& event) const {
   if (value_ == nullptr) return text_ == event.callback;
@@ -99,5 +118,6 @@ void Condition::Print(const Request& request) const {
 }
 
 std::string Condition::Now() const {
-  return NeedsLooks() ? "; it is " + ForPeople(value_->reading, Read(*value_)) : "";
+  const std::optional<Scalar> now = NeedsLooks() ? ReadUnlessEmpty(*value_) : std::nullopt;
+  return now ? "; it is " + ForPeople(value_->reading, *now) : "";
 }

@@ -12,19 +12,23 @@ struct Event;
 
 class Condition {
  public:
-  /// "power.screen=off", "misc.car_speed > 50", "OnAccStateChange", "OnServiceBack".
+  /// "power.screen=off", "misc.car_speed >= 50", "OnAccStateChange", "OnServiceBack".
   /// @throws std::invalid_argument that says what is wrong with it
   explicit Condition(const std::string& text);
 
   const std::string& Text() const { return text_; }
 
+  /// Whether it is about anything but the service's coming and going.
+  bool NeedsService() const { return NeedsLooks() || NeedsEvents(); }
   /// Whether it is about a value that can be looked at.
   bool NeedsLooks() const { return value_ != nullptr && !value_->EventOnly(); }
   /// Whether it is about an event, or a value that events alone tell; and whose.
   bool NeedsEvents() const { return (value_ != nullptr && value_->EventOnly()) || signal_ != nullptr; }
   catalog::Area EventArea() const { return value_ != nullptr ? value_->area : signal_->area; }
 
-  bool IsMet() const;  ///< by what the value is now
+  /// @throws Failure when what can be looked at is not there
+  void RequireRecord() const;
+  bool IsMet() const;  ///< by what the value is now; never while the record is being filled
   bool IsMet(const catalog::Event& event) const;
   bool IsMet(bool service_there) const;
 

@@ -58,10 +58,12 @@ std::string Enumerate(const std::vector<std::string>& words) {
 int Doctor(const Request& request) {
   Patient patient;
   Health worst = Health::kOk;
+  std::vector<std::string> failures;
   Json list = Json::array();
   for (const Check& check : kChecks) {
     for (const Finding& finding : check.run(patient)) {
       worst = std::max(worst, finding.health);
+      if (finding.health == Health::kFailure) failures.push_back(finding.text);
       if (request.json) {
         list.push_back({{"check", check.name}, {"health", NameOf(finding.health)}, {"text", finding.text}});
         if (!finding.advice.empty()) list.back()["advice"] = finding.advice;
@@ -70,6 +72,12 @@ int Doctor(const Request& request) {
       }
     }
   }
-  if (request.json) Output::JsonLine({{"ok", worst != Health::kFailure}, {"health", NameOf(worst)}, {"checks", list}});
-  return worst == Health::kFailure ? kExitUnhealthy : kExitDone;
+  const int code = failures.empty() ? kExitDone : kExitUnhealthy;
+  if (request.json) {
+    Json json = {{"ok", failures.empty()}};
+    if (!failures.empty()) json.update({{"error", Enumerate(failures)}, {"code", code}});
+    json.update({{"health", NameOf(worst)}, {"checks", list}});
+    Output::JsonLine(json);
+  }
+  return code;
 }

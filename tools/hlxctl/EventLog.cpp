@@ -3,9 +3,20 @@
 #include <nlohmann/json.hpp>
 
 #include "catalog/EveryEvent.h"
+#include "tools/common/ExitCode.h"
 #include "tools/common/Loop.h"
 #include "tools/common/TimeStamp.h"
 #include "tools/common/Values.h"
+
+int Follow(Loop& loop, const Request& request, const std::function<unsigned()>& count, const char* what) {
+  if (request.count == 0) {
+    loop.Run();
+  } else {
+    loop.RunUntilDone(
+        [&] { return std::to_string(count()) + " of " + std::to_string(request.count) + " " + what + " came"; });
+  }
+  return kExitDone;
+}
 
 EventLog::EventLog(const Request& request, Loop& loop)
     : request_(request), loop_(loop), start_(g_get_monotonic_time()) {}

@@ -1,6 +1,7 @@
 /// Events as lines, for people and for programs.
 #pragma once
 
+#include <functional>
 #include <mutex>
 
 #include "catalog/Catalog.h"
@@ -11,6 +12,9 @@ class Loop;
 namespace catalog {
 struct Event;
 }
+
+/// Runs `loop`; with --count it must end for that. @return the exit code
+int Follow(Loop& loop, const Request& request, const std::function<unsigned()>& count, const char* what);
 
 class EventLog {
  public:

@@ -1,4 +1,5 @@
 #include "catalog/Catalog.h"
+#include "tools/common/Values.h"
 #include "tools/hlxctl/CommandLine.h"
 #include "tools/hlxctl/PackageCheck.h"
 #include "tools/hlxctl/Verbs.h"
@@ -19,20 +20,34 @@ void Does(CLI::App& app, Request& request, int (*action)(const Request&)) {
   app.callback([&request, action] { request.action = action; });
 }
 
+CLI::Validator Within(double least, double most, const char* allowed) {
+  const auto check = [=](const std::string& text) {
+    double number = 0;
+    const bool fits = CLI::detail::lexical_cast(text, number) && number >= least && number <= most;
+    return fits ? std::string() : "'" + text + "' is not allowed; allowed: " + allowed;
+  };
+  return {check, ""};
+}
+
 void AddTimeout(CLI::App& app, Request& request, const char* meaning) {
-  app.add_option("--timeout", request.timeout, meaning)->check(CLI::Range(0.001, 1e6).description(""))->type_name("S");
+  app.add_option("--timeout", request.timeout, meaning)
+      ->check(Within(0.001, 1e6, "seconds, from 0.001 to 1000000"))
+      ->type_name("S");
 }
 
 void AddCount(CLI::App& app, Request& request) {
   app.add_option("--count", request.count, "End after so many")
-      ->check(CLI::PositiveNumber.description(""))
+      ->check(Within(1, 1e9, "a number from 1 on"))
       ->type_name("N");
 }
 
 void AddAreas(CLI::App& app, Request& request, const char* meaning) {
-  std::vector<std::string> areas;
-  for (const Area area : catalog::kAreas) areas.emplace_back(NameOf(area));
-  app.add_option("area", request.words, meaning)->check(CLI::IsMember(areas).description(""))->type_name("AREA");
+  const auto check = [](const std::string& word) {
+    std::vector<std::string> areas;
+    for (const Area area : catalog::kAreas) areas.emplace_back(NameOf(area));
+    return catalog::FindArea(word) ? std::string() : "there is no '" + word + "'" + DidYouMean(word, areas);
+  };
+  app.add_option("area", request.words, meaning)->check(CLI::Validator(check, ""))->type_name("AREA");
 }
 
 void AddStatus(CLI::App& app, Request& request, Ahead /*ahead*/) { Does(app, request, Status); }
@@ -62,7 +77,7 @@ void AddMonitor(CLI::App& app, Request& request, Ahead /*ahead*/) {
 }
 
 void AddWaitFor(CLI::App& app, Request& request, Ahead /*ahead*/) {
-  app.add_option("what", request.words, "AREA.NAME, one of = != < >, and a value; or the name of an event")
+  app.add_option("what", request.words, "AREA.NAME, one of = != < > <= >=, and a value; or the name of an event")
       ->required()
       ->expected(1)
       ->type_name("CONDITION");
@@ -79,7 +94,7 @@ void AddWatch(CLI::App& app, Request& request, Ahead /*ahead*/) {
 void AddRecord(CLI::App& app, Request& request, Ahead /*ahead*/) {
   app.add_option("file", request.file, "Made anew")->required()->type_name("FILE");
   app.add_option("--interval", request.interval, "Milliseconds between two looks at the records: 100 unless given")
-      ->check(CLI::Range(1, 60000).description(""))
+      ->check(Within(1, 60000, "milliseconds, from 1 to 60000"))
       ->type_name("MS");
   AddTimeout(app, request, "End after so many seconds");
   Does(app, request, Record);
@@ -252,7 +267,7 @@ const std::vector<Verb>& Verbs() {
        "Wait until a value is so, or an event comes",
        AddWaitFor,
        {{"wait-for power.screen=off --timeout 60", "gives up after a minute"},
-        {"wait-for 'misc.car_speed > 50'", "numbers compare"},
+        {"wait-for 'misc.car_speed >= 0'", "numbers compare"},
         {"wait-for OnAccStateChange", "an event"}}},
       {"watch", kFollow, "A live screen of all values", AddWatch, {{"watch power", "one area"}}},
       {"record",

@@ -66,9 +66,6 @@ int Listen(const Request& request) {
     if (log.IsWanted(signal)) loop.Guard([&] { log.Write(sender, signal, arguments); });
   });
   Output::Note(std::string("listening to the bare signals") + (request.timeout == 0 ? "; Ctrl-C ends" : ""));
-  if (loop.Run() == Loop::End::kTimeUp && request.count != 0) {
-    throw Failure(kExitTimeUp, "the time is up: " + std::to_string(log.Count()) + " of " +
-                                   std::to_string(request.count) + " signals came");
-  }
-  return kExitDone;
+  return Follow(
+      loop, request, [&log] { return log.Count(); }, "signals");
 }

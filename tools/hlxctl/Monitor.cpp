@@ -39,17 +39,14 @@ int Monitor(const Request& request) {
   std::string names;
   for (const Area area : areas) names.append(names.empty() ? "" : ", ").append(NameOf(area));
   Output::Note("listening to " + names + (request.timeout == 0 ? "; Ctrl-C ends" : ""));
-  if (loop.Run() == Loop::End::kTimeUp && request.count != 0) {
-    throw Failure(kExitTimeUp, "the time is up: " + std::to_string(log.Count()) + " of " +
-                                   std::to_string(request.count) + " events came");
-  }
-  return kExitDone;
+  return Follow(
+      loop, request, [&log] { return log.Count(); }, "events");
 }
 
 int WaitFor(const Request& request) {
   const Condition condition(request.words.front());
   const Bus bus;
-  bus.RequireOwner();
+  if (condition.NeedsService()) bus.RequireOwner();
   Loop loop(bus, request.timeout);
   Request one = request;
   one.count = 1;
@@ -70,6 +67,7 @@ int WaitFor(const Request& request) {
     loop.Done();
   };
   if (condition.NeedsLooks()) {
+    condition.RequireRecord();
     if (condition.IsMet()) {
       condition.Print(request);
       return kExitDone;
@@ -77,12 +75,6 @@ int WaitFor(const Request& request) {
     loop.Every(kLookMs, look);
   }
   Output::Note("waiting for " + condition.Text() + (request.timeout == 0 ? "; Ctrl-C ends" : ""));
-  switch (loop.Run()) {
-    case Loop::End::kDone:
-      return kExitDone;
-    case Loop::End::kTimeUp:
-      throw Failure(kExitTimeUp, "the time is up: " + condition.Text() + condition.Now());
-    default:
-      return 128 + loop.Signal();
-  }
+  loop.RunUntilDone([&condition] { return condition.Text() + condition.Now(); });
+  return kExitDone;
 }

@@ -91,16 +91,20 @@ class Report {
     const bool told = outcome < Examination::kNoPackage;
     const catalog::Words words = told ? catalog::Words(catalog::words::kUpdateOutcome) : kSilentEnd;
     const std::string text = catalog::InWords(catalog::Named(words), int64_t{outcome});
+    const int code = outcome == HLXUpdate::UPDATE_NOTIFY_VALID ? kExitDone : kExitPackage + outcome;
     if (json_) {
-      Output::JsonLine({{"directory", directory},
-                        {"checks", checks_},
-                        {"outcome", text},
-                        {"listeners_get", told ? Json(outcome) : Json()}});
+      Json json = {{"ok", code == kExitDone}};
+      if (code != kExitDone) json.update({{"error", text}, {"code", code}});
+      json.update({{"directory", directory},
+                   {"checks", checks_},
+                   {"outcome", text},
+                   {"listeners_get", told ? Json(outcome) : Json()}});
+      Output::JsonLine(json);
     } else {
       Output::Line("outcome     " + text +
                    (told ? " (listeners get " + std::to_string(outcome) + ")" : " (listeners get nothing)"));
     }
-    return outcome == HLXUpdate::UPDATE_NOTIFY_VALID ? kExitDone : kExitPackage + outcome;
+    return code;
   }
 
  private:

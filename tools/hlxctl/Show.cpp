@@ -75,8 +75,8 @@ std::vector<NameRow> CommandNames() {
   return rows;
 }
 
-/// @param second what the third column is: a record's field, or a D-Bus method
-void ListNames(const std::vector<NameRow>& rows, const std::string& part, const char* heading, const char* kind,
+/// @param field what the second column is: a record's field, or a D-Bus method. @return whether there was any
+bool ListNames(const std::vector<NameRow>& rows, const std::string& part, const char* heading, const char* kind,
                const char* field, const char* getter, Json* json) {
   Table table;
   table.Row({{heading, Tone::kStrong},
@@ -102,6 +102,7 @@ void ListNames(const std::vector<NameRow>& rows, const std::string& part, const 
     }
   }
   if (json == nullptr && any) table.Print();
+  return any;
 }
 
 }  // namespace
@@ -155,8 +156,9 @@ int Names(const Request& request) {
   const std::string part = GLibPtr<gchar>(g_ascii_strdown(word.c_str(), -1)).get();
   Json list = Json::array();
   Json* const json = request.json ? &list : nullptr;
-  ListNames(ValueNames(), part, "value", "value", "field", "getter", json);
-  ListNames(CommandNames(), part, "command", "command", "method", "function", json);
+  const bool values = ListNames(ValueNames(), part, "value", "value", "field", "getter", json);
+  const bool commands = ListNames(CommandNames(), part, "command", "command", "method", "function", json);
+  if (!values && !commands) Output::Note("no name contains '" + word + "'");
   if (json != nullptr) Output::JsonLine(list);
   return kExitDone;
 }

@@ -70,7 +70,7 @@ class Picture {
 
   void Look() {
     for (Shown& shown : shown_) {
-      const std::string text = TextOf(*shown.value);
+      const std::string text = TextOf(shown);
       if (text != shown.text && !shown.text.empty()) shown.fresh = kFreshLooks;
       if (shown.fresh > 0) --shown.fresh;
       shown.text = text;
@@ -105,8 +105,12 @@ class Picture {
   }
 
  private:
-  std::string TextOf(const catalog::Value& value) {
-    if (!value.EventOnly()) return ForPeople(value.reading, Read(value));
+  std::string TextOf(const Shown& shown) {
+    const catalog::Value& value = *shown.value;
+    if (!value.EventOnly()) {
+      const std::optional<catalog::Scalar> now = ReadUnlessEmpty(value);
+      return now ? ForPeople(value.reading, *now) : shown.text;
+    }
     const std::lock_guard<std::mutex> lock(mutex_);
     const auto told = told_.find(&value);
     return told == told_.end() ? "" : ForPeople(value.reading, told->second);
