@@ -14,27 +14,27 @@ using namespace words;
 using I = IHLXSystemMisc;
 using When = Announcement::When;
 
-constexpr const char kVehicle[] = "Vehicle";
-constexpr const char kDoors[] = "Doors";
-constexpr const char kClimate[] = "Climate";
-constexpr const char kAir[] = "Air distribution";
-constexpr const char kTemperatures[] = "Temperatures";
-constexpr const char kRadar[] = "Radar";
-constexpr const char kLines[] = "Antennas and microphone";
-constexpr const char kSpeakers[] = "Speakers";
-constexpr const char kCanBox[] = "CAN box";
-constexpr const char kUnit[] = "Unit";
-constexpr const char kKeys[] = "Keys and steering";
+inline constexpr const char kVehicle[] = "Vehicle";
+inline constexpr const char kDoors[] = "Doors";
+inline constexpr const char kClimate[] = "Climate";
+inline constexpr const char kAir[] = "Air distribution";
+inline constexpr const char kTemperatures[] = "Temperatures";
+inline constexpr const char kRadar[] = "Radar";
+inline constexpr const char kLines[] = "Antennas and microphone";
+inline constexpr const char kSpeakers[] = "Speakers";
+inline constexpr const char kCanBox[] = "CAN box";
+inline constexpr const char kUnit[] = "Unit";
+inline constexpr const char kKeys[] = "Keys and steering";
 
-constexpr Reading kSwitch = Flag(kOnOff);
-constexpr Reading kSpeed = Count().In(0, 400);
-constexpr Reading kDistanceRun = Count().In(0, 9999999);
-constexpr Reading kFuelRate = Count().In(0, 1000);
-constexpr Reading kAntennaState = Named(kAntenna);
-constexpr Reading kDegrees = Decimal("°", 1).In(-50, 100);
-constexpr Reading kWholeDegrees = Number("°").In(-50, 100);
-constexpr Reading kRadarDistance = Count(kDistance).In(0, 255);
-constexpr Reading kBits = Plain(Reading::Kind::kBits).In(0, 255);
+inline constexpr Reading kSwitch = Flag(kOnOff);
+inline constexpr Reading kSpeed = Count().In(0, 400);
+inline constexpr Reading kDistanceRun = Count().In(0, 9999999);
+inline constexpr Reading kFuelRate = Count().In(0, 1000);
+inline constexpr Reading kAntennaState = Named(kAntenna);
+inline constexpr Reading kDegrees = Decimal("°", 1).In(-50, 100);
+inline constexpr Reading kWholeDegrees = Number("°").In(-50, 100);
+inline constexpr Reading kRadarDistance = Count(kDistance).In(0, 255);
+inline constexpr Reading kBits = Plain(Reading::Kind::kBits).In(0, 255);
 
 /// The text is in the record, where the service may be writing it.
 inline Scalar CanVersion(const Clients& clients) {

@@ -11,12 +11,12 @@ namespace time {
 using namespace words;
 using I = IHLXSystemTime;
 
-constexpr const char kClock[] = "Clock";
-constexpr const char kSettings[] = "Settings";
-constexpr const char kOutside[] = "Time from outside";
+inline constexpr const char kClock[] = "Clock";
+inline constexpr const char kSettings[] = "Settings";
+inline constexpr const char kOutside[] = "Time from outside";
 
-constexpr Reading kSwitch = Flag(kOnOff);
-constexpr Reading kMomentText = Plain(Reading::Kind::kMoment);
+inline constexpr Reading kSwitch = Flag(kOnOff);
+inline constexpr Reading kMomentText = Plain(Reading::Kind::kMoment);
 
 inline Scalar Weekday(const Clients& clients) {
   SystemTime::DateInfo date{};
@@ -76,12 +76,12 @@ using namespace SystemInfo;
 using namespace words;
 using I = IHLXSystemInfo;
 
-constexpr const char kModel[] = "Model";
-constexpr const char kScreen[] = "Screen";
-constexpr const char kVersions[] = "Versions";
-constexpr const char kIdentity[] = "Identity";
+inline constexpr const char kModel[] = "Model";
+inline constexpr const char kScreen[] = "Screen";
+inline constexpr const char kVersions[] = "Versions";
+inline constexpr const char kIdentity[] = "Identity";
 
-constexpr Reading kWords = Plain(Reading::Kind::kText);
+inline constexpr Reading kWords = Plain(Reading::Kind::kText);
 
 /// "unleaded, diesel"
 inline Scalar FuelTypes(const Clients& clients) {
@@ -157,8 +157,8 @@ namespace update {
 using namespace words;
 using I = IHLXSystemUpdate;
 
-constexpr const char kProgress[] = "Progress";
-constexpr const char kPackageGroup[] = "Package";
+inline constexpr const char kProgress[] = "Progress";
+inline constexpr const char kPackageGroup[] = "Package";
 
 constexpr Value Event(const char* group, const char* name, const char* label, Reading reading, const char* signal) {
   return Make(Area::kUpdate, group, Field{}, Getter{}, name, label, reading, By(signal));

@@ -11,14 +11,14 @@ using namespace words;
 using I = IHLXSystemPower;
 using When = Announcement::When;
 
-constexpr const char kState[] = "State";
-constexpr const char kScreen[] = "Screen";
-constexpr const char kButtons[] = "Buttons";
-constexpr const char kBootGroup[] = "Boot and power-off";
+inline constexpr const char kState[] = "State";
+inline constexpr const char kScreen[] = "Screen";
+inline constexpr const char kButtons[] = "Buttons";
+inline constexpr const char kBootGroup[] = "Boot and power-off";
 
-constexpr Reading kSwitch = Flag(kOnOff);
-constexpr Reading kLevel = Count().In(0, 255);
-constexpr Reading kGamma = Count().In(0, 1000);
+inline constexpr Reading kSwitch = Flag(kOnOff);
+inline constexpr Reading kLevel = Count().In(0, 255);
+inline constexpr Reading kGamma = Count().In(0, 1000);
 
 /// The factory default level: the first of the two that the getter gives, or the second.
 template <int Which>
