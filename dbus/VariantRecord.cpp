@@ -1,13 +1,13 @@
 #include "dbus/VariantRecord.h"
 
 #include "dbus/GLibPtr.h"
+#include "dbus/VariantBuilder.h"
 
 GVariant* build_variant_data(const void* record, std::size_t size) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE_BYTESTRING);
+  VariantBuilder builder(G_VARIANT_TYPE_BYTESTRING);
   const auto* bytes = static_cast<const guchar*>(record);
-  for (std::size_t i = 0; i < size; ++i) g_variant_builder_add(&builder, "y", bytes[i]);
-  return g_variant_new_variant(g_variant_builder_end(&builder));
+  for (std::size_t i = 0; i < size; ++i) builder.Add("y", bytes[i]);
+  return g_variant_new_variant(builder.End());
 }
 
 void extract_variant_data(void* record, GVariant* variant) {

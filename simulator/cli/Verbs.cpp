@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "dbus/VariantBuilder.h"
 #include "simulator/cli/ControlClient.h"
 #include "simulator/control/Lists.h"
 #include "simulator/model/ValueNames.h"
@@ -26,10 +27,9 @@ struct Told {
 
 /// "as", floating.
 GVariant* TextArray(const Words& words) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("as"));
-  for (const std::string& word : words) g_variant_builder_add(&builder, "s", Checked(word).c_str());
-  return g_variant_builder_end(&builder);
+  VariantBuilder builder(G_VARIANT_TYPE("as"));
+  for (const std::string& word : words) builder.Add("s", Checked(word).c_str());
+  return builder.End();
 }
 
 std::vector<Told> Ask(const Words& names) {
@@ -108,13 +108,12 @@ void GetVerb(const Words& words, const GetOptions& options) {
 void EmitVerb(const Words& words) {
   if (words.empty())
     throw VerbError(kExitBadArgument, "emit takes SIGNAL [ARGUMENT...]; see hlx-simulator list signals");
-  GVariantBuilder arguments;
-  g_variant_builder_init(&arguments, G_VARIANT_TYPE("av"));
+  VariantBuilder arguments(G_VARIANT_TYPE("av"));
   for (const std::string& word : words) Checked(word);
   for (std::size_t i = 1; i < words.size(); ++i) {
-    g_variant_builder_add(&arguments, "v", g_variant_new_string(words[i].c_str()));
+    arguments.Add("v", g_variant_new_string(words[i].c_str()));
   }
-  ControlClient().Call("Emit", g_variant_new("(sav)", words[0].c_str(), &arguments));
+  ControlClient().Call("Emit", g_variant_new("(s@av)", words[0].c_str(), arguments.End()));
 }
 
 void ListVerb(const std::string& kind, bool markdown) {

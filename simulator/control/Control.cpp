@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "catalog/Catalog.h"
+#include "dbus/VariantBuilder.h"
 #include "simulator/control/Lists.h"
 #include "simulator/model/Names.h"
 #include "simulator/model/SignalTable.h"
@@ -113,21 +114,19 @@ Control::Answer Control::Get(GVariant* arguments, GDBusMethodInvocation* /*call*
   for (gsize i = 0; i < g_variant_n_children(names.get()); ++i) {
     for (const NamedValue& value : ValuesNamed(TextAt(names.get(), i))) values.push_back(value);
   }
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(sv)"));
+  VariantBuilder builder(G_VARIANT_TYPE("a(sv)"));
   for (const NamedValue& value : values) {
-    g_variant_builder_add(&builder, "(sv)", value.name().c_str(), VariantOf(::Get(simulator_.unit(), value)));
+    builder.Add("(sv)", value.name().c_str(), VariantOf(::Get(simulator_.unit(), value)));
   }
-  return g_variant_new("(a(sv))", &builder);
+  return g_variant_new("(@a(sv))", builder.End());
 }
 
 Control::Answer Control::List(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(sss)"));
+  VariantBuilder builder(G_VARIANT_TYPE("a(sss)"));
   for (const ListEntry& entry : ListOf(TextAt(arguments, 0))) {
-    g_variant_builder_add(&builder, "(sss)", entry.kind.c_str(), entry.name.c_str(), entry.takes.c_str());
+    builder.Add("(sss)", entry.kind.c_str(), entry.name.c_str(), entry.takes.c_str());
   }
-  return g_variant_new("(a(sss))", &builder);
+  return g_variant_new("(@a(sss))", builder.End());
 }
 
 Control::Answer Control::Emit(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
@@ -138,12 +137,11 @@ Control::Answer Control::Emit(GVariant* arguments, GDBusMethodInvocation* /*call
 }
 
 Control::Answer Control::Calls(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(xssa{sv})"));
+  VariantBuilder builder(G_VARIANT_TYPE("a(xssa{sv})"));
   for (const Call* const call : simulator_.calls().Find(KnownMethod(TextAt(arguments, 0)))) {
-    g_variant_builder_add_value(&builder, call->ToVariant());
+    builder.Add(call->ToVariant());
   }
-  return g_variant_new("(a(xssa{sv}))", &builder);
+  return g_variant_new("(@a(xssa{sv}))", builder.End());
 }
 
 Control::Answer Control::ClearCalls(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {

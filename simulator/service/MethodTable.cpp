@@ -9,6 +9,7 @@
 
 #include "catalog/Catalog.h"
 #include "dbus/GLibPtr.h"
+#include "dbus/VariantBuilder.h"
 #include "dbus/VariantRecord.h"
 #include "simulator/model/Names.h"
 #include "simulator/model/Values.h"
@@ -185,14 +186,13 @@ const MethodRow& MethodNamed(const std::string& name) {
 }
 
 GVariant* ArgumentsByName(GVariant* arguments, GDBusArgInfo* const* names) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE_VARDICT);
+  VariantBuilder builder(G_VARIANT_TYPE_VARDICT);
   for (gsize i = 0; i < g_variant_n_children(arguments); ++i) {
     const GLibPtr<GVariant> value(g_variant_get_child_value(arguments, i));
     GVariant* shown = value.get();
     // Bytes of a record are shown as what they stand for.
     if (variant_data_size(shown) >= 0) shown = VariantOf(ScalarOf(shown));
-    g_variant_builder_add(&builder, "{sv}", names[i]->name, shown);
+    builder.Add("{sv}", names[i]->name, shown);
   }
-  return g_variant_builder_end(&builder);
+  return builder.End();
 }

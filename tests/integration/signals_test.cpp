@@ -16,6 +16,7 @@
 #include "catalog/Catalog.h"
 #include "catalog/EveryEvent.h"
 #include "dbus/GLibPtr.h"
+#include "dbus/VariantBuilder.h"
 #include "tests/support/MainContext.h"
 #include "tests/support/Process.h"
 
@@ -95,13 +96,12 @@ class Signals : public testing::Test {
 
   /// Has the simulator send a signal.
   void Emit(const char* signal, const std::vector<GLibPtr<GVariant>>& arguments) {
-    GVariantBuilder values;
-    g_variant_builder_init(&values, G_VARIANT_TYPE("av"));
-    for (const auto& argument : arguments) g_variant_builder_add(&values, "v", argument.get());
+    VariantBuilder values(G_VARIANT_TYPE("av"));
+    for (const auto& argument : arguments) values.Add("v", argument.get());
     GError* failure = nullptr;
     GVariant* const answer = g_dbus_connection_call_sync(
         bus_.get(), "com.vorn.linux.simulator", "/com/vorn/linux/simulator", "com.vorn.linux.simulator", "Emit",
-        g_variant_new("(sav)", signal, &values), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &failure);
+        g_variant_new("(s@av)", signal, values.End()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &failure);
     if (answer != nullptr) g_variant_unref(answer);
     const GLibPtr<GError> error(failure);
     ASSERT_EQ(error, nullptr) << error->message;

@@ -9,6 +9,7 @@
 #include "catalog/Catalog.h"
 #include "data/HLXPersist.h"
 #include "dbus/GLibPtr.h"
+#include "dbus/VariantBuilder.h"
 #include "dbus/VariantRecord.h"
 #include "dbus_system.h"
 #include "simulator/model/SignalTable.h"
@@ -183,17 +184,16 @@ TEST_F(SimulatedUnit, EveryMethodHasItsConsequence) {
     };
     look();
     for (const int number : {0, 1}) {
-      GVariantBuilder builder;
-      g_variant_builder_init(&builder, G_VARIANT_TYPE_TUPLE);
+      VariantBuilder builder(G_VARIANT_TYPE_TUPLE);
       for (GDBusArgInfo** arg = (*method)->in_args; arg != nullptr && *arg != nullptr; ++arg) {
         const char type = *(*arg)->signature;
         const std::string record(20, static_cast<char>(number));
         const int64_t argument = arg == (*method)->in_args ? number : number + 7;
-        g_variant_builder_add_value(&builder, type == 's'   ? g_variant_new_string(number == 0 ? "a" : "b")
-                                              : type == 'v' ? build_variant_data(record.data(), record.size())
-                                                            : VariantOf(Scalar(argument), type));
+        builder.Add(type == 's'   ? g_variant_new_string(number == 0 ? "a" : "b")
+                    : type == 'v' ? build_variant_data(record.data(), record.size())
+                                  : VariantOf(Scalar(argument), type));
       }
-      Call(name, g_variant_builder_end(&builder));
+      Call(name, builder.End());
       look();
     }
     // What has an argument leads to different values.
