@@ -194,12 +194,9 @@ Control::Answer Control::AddFault(GVariant* arguments, GDBusMethodInvocation* /*
 }
 
 Control::Answer Control::Faults(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("a(su)"));
-  for (const Fault& fault : simulator_.faults().all()) {
-    g_variant_builder_add(&builder, "(su)", fault.words.c_str(), fault.left);
-  }
-  return g_variant_new("(a(su))", &builder);
+  VariantBuilder builder(G_VARIANT_TYPE("a(su)"));
+  for (const Fault& fault : simulator_.faults().all()) builder.Add("(su)", fault.words.c_str(), fault.left);
+  return g_variant_new("(@a(su))", builder.End());
 }
 
 Control::Answer Control::ClearFaults(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """The panel in a real browser: each tile follows the unit, each control commands it, faults are shown.
 
 Usage: panel_test.py BUILD_DIRECTORY [SCREENSHOT_DIRECTORY]
@@ -9,6 +9,7 @@ import pathlib
 import re
 import subprocess
 import sys
+import threading
 import time
 import unittest
 
@@ -24,12 +25,43 @@ SIMULATOR = BUILD / "simulator/hlx-simulator"
 PANEL = BUILD / "tools/hlx-panel/hlx-panel"
 PATIENCE = 15
 
+# What a screen reader cannot name, and texts with less contrast than 4.5 to 1 against what lies behind them.
+ACCESSIBILITY = """
+  const luminance = (color) => color.match(/[0-9.]+/g).slice(0, 3).map((part) => part / 255)
+    .map((part) => part <= 0.04045 ? part / 12.92 : ((part + 0.055) / 1.055) ** 2.4)
+    .reduce((sum, part, i) => sum + part * [0.2126, 0.7152, 0.0722][i], 0);
+  const behind = (element) => {
+    for (; element; element = element.parentElement) {
+      const color = getComputedStyle(element).backgroundColor;
+      if (!color.endsWith(" 0)")) return color;
+    }
+    return "rgb(255, 255, 255)";
+  };
+  const problems = [];
+  for (const field of document.querySelectorAll("input, select, button, canvas, svg[role], ol, progress, a"))
+    if (!(field.labels?.length || field.ariaLabel || field.textContent.trim() || field.closest("label"))) problems.push("no name: " + field.outerHTML.slice(0, 80));
+  const ids = [...document.querySelectorAll("[id]")].map((element) => element.id);
+  ids.filter((id, i) => ids.indexOf(id) !== i).forEach((id) => problems.push("twice: " + id));
+  const texts = document.createTreeWalker(document.body, NodeFilter.SHOW_TEXT);
+  const seen = new Set();
+  while (texts.nextNode()) {
+    const element = texts.currentNode.parentElement;
+    if (!texts.currentNode.data.trim() || !element.checkVisibility() || element.closest("svg, option, datalist")) continue;
+    const [dark, light] = [getComputedStyle(element).color, behind(element)].map(luminance).sort((a, b) => a - b);
+    const what = element.tagName + "." + element.className;
+    if ((light + 0.05) / (dark + 0.05) < 4.5 && !seen.has(what)) problems.push("contrast: " + what + " " + texts.currentNode.data.trim().slice(0, 30));
+    seen.add(what);
+  }
+  return problems;
+"""
+
 
 def started(command, line):
     """The process, and the first line it prints that has `line` in it."""
     process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
     for text in process.stdout:
         if line in text:
+            threading.Thread(target=process.stdout.read, daemon=True).start()  # a full pipe would stop it
             return process, text
     raise RuntimeError(f"{command[0]} never said {line!r}")
 
@@ -37,7 +69,6 @@ def started(command, line):
 def ended(process):
     process.terminate()
     process.wait(PATIENCE)
-    process.stdout.close()
 
 
 def unit(*words):
@@ -136,6 +167,11 @@ class Panel(unittest.TestCase):
                 self.assertTrue(field.get_dom_attribute("name"))
                 self.assertEqual("label", self.page.execute_script("return arguments[0].closest('label')?.localName", field))
 
+    def test_every_field_has_a_name_and_every_text_enough_contrast(self):
+        for scheme in ("light", "dark"):
+            self.page.execute_cdp_cmd("Emulation.setEmulatedMedia", {"features": [{"name": "prefers-color-scheme", "value": scheme}]})
+            self.assertEqual([], self.page.execute_script(ACCESSIBILITY), scheme)
+
     def test_service_lost_and_back(self):
         simulator = type(self).simulator
         ended(simulator)
@@ -152,6 +188,13 @@ class Panel(unittest.TestCase):
         self.shows("misc.car_speed", "41")
 
     def test_pictures_and_no_sideways_scrolling(self):
+        for name, word in (("power.acc", "on"), ("power.head_lights", "on"), ("misc.door_front_left", "open"), ("misc.parking", "off"),
+                           ("misc.rear_radar_left", "30"), ("misc.rear_radar_middle_left", "70"), ("misc.reverse", "on")):
+            unit("set", name, word)
+        for step in range(30):
+            unit("set", "misc.car_speed", 20 + 2 * step)
+            unit("set", "misc.engine_speed", 1000 + 400 * (step % 10))
+        self.page.execute_script("scrollTo(0, 0)")
         for name, width, height, scheme in (("desk", 1920, 1080, "light"), ("phone", 360, 780, "light"), ("dark", 1920, 1080, "dark")):
             self.page.execute_cdp_cmd("Emulation.setDeviceMetricsOverride",
                                       {"width": width, "height": height, "deviceScaleFactor": 1, "mobile": False})

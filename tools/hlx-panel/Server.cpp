@@ -10,6 +10,7 @@ namespace {
 
 constexpr guint64 kLongestMessage = 64 * 1024;  // from a browser
 constexpr char kResources[] = "/hlx-panel";
+constexpr char kSocketPath[] = "/ws";
 
 struct ContentType {
   std::string_view ending;
@@ -46,18 +47,21 @@ Server::Server(const Options& options, Greeted greeted)
     : server_(soup_server_new("server-header", "hlx-panel", nullptr)),
       access_("hlx_panel_" + std::to_string(options.port != 0 ? options.port : g_random_int()), options.allowed_hosts),
       greeted_(std::move(greeted)) {
-  soup_server_add_early_handler(
-      server_.get(), nullptr,
-      [](SoupServer*, SoupServerMessage* message, const char*, GHashTable* query, gpointer self) {
-        static_cast<const Server*>(self)->Admit(message, query);
-      },
-      this, nullptr);
+  // The handlers of a path stand in for those of the paths above it: each path is guarded itself.
+  for (const char* const path : {"/", kSocketPath}) {
+    soup_server_add_early_handler(
+        server_.get(), path,
+        [](SoupServer*, SoupServerMessage* message, const char*, GHashTable* query, gpointer self) {
+          static_cast<const Server*>(self)->Admit(message, query);
+        },
+        this, nullptr);
+  }
   soup_server_add_handler(
       server_.get(), nullptr,
       [](SoupServer*, SoupServerMessage* message, const char* path, GHashTable*, gpointer) { Answer(message, path); },
       this, nullptr);
   soup_server_add_websocket_handler(
-      server_.get(), "/ws", nullptr, nullptr,
+      server_.get(), kSocketPath, nullptr, nullptr,
       [](SoupServer*, SoupServerMessage*, const char*, SoupWebsocketConnection* connection, gpointer self) {
         soup_websocket_connection_set_max_incoming_payload_size(connection, kLongestMessage);
         static_cast<Server*>(self)->greeted_(connection);

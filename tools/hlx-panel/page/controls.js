@@ -16,7 +16,7 @@ export function input(description, name) {
       oninput: () => { shown.textContent = slider.value; } });
     return make("span", { class: "slider" }, slider, shown);
   }
-  if (numeric && least !== undefined) return make("input", { name, type: "number", min: least, max: most, step: decimals ? "any" : 1, value: least, required: true });
+  if (numeric && least !== undefined) return make("input", { name, type: "number", min: least, max: most, step: decimals ? "any" : 1, value: Math.max(least, Math.min(0, most)), required: true });
   return make("input", { name, type: "text", autocomplete: "off", placeholder: { date: "2027-02-28", clock: "23:59:30", moment: "2027-02-28 12:30:05" }[kind] ?? "" });
 }
 

@@ -2,11 +2,11 @@
 import { make } from "./model.js";
 
 const SPAN_MS = 120_000;
-const COLORS = ["--plot-1", "--plot-2", "--plot-3", "--plot-4", "--plot-5", "--plot-6"];
+const COLORS = ["plot-1", "plot-2", "plot-3", "plot-4", "plot-5", "plot-6"]; // classes
 const NUMERIC = ["count", "number", "decimal", "flag"];
 
 export class Plot {
-  #series = new Map(); // name -> { value, points: [[time, number]], color }
+  #series = new Map(); // name -> { value, points: [[time, number]], color, entry in the legend }
   #paused = 0;
   #canvas;
   #legend;
@@ -31,8 +31,9 @@ export class Plot {
     model.watchAll((value) => this.#note(value));
     this.add("misc.car_speed");
     this.add("misc.engine_speed");
+    this.#canvas.plot = this;
     const draw = () => {
-      if (!this.#canvas.isConnected) return;
+      if (this.#canvas.plot !== this) return; // the panel came back, and another plot with it
       this.#draw();
       requestAnimationFrame(draw);
     };
@@ -44,14 +45,14 @@ export class Plot {
     if (!value || this.#series.has(name) || this.#series.size === COLORS.length) return;
     const used = new Set([...this.#series.values()].map(({ color }) => color));
     const color = COLORS.find((candidate) => !used.has(candidate));
-    this.#series.set(name, { value, points: [], color });
-    this.#note(value);
-    const entry = make("li", { class: color.slice(2) }, value.label, make("button", {
+    const entry = make("li", { class: color }, value.label, make("button", {
       type: "button", "aria-label": `Remove ${value.label}`, onclick: () => {
         this.#series.delete(name);
         entry.remove();
       } }, "×"));
     this.#legend.append(entry);
+    this.#series.set(name, { value, points: [], color, entry });
+    this.#note(value);
   }
 
   #note({ name, raw }) {
@@ -76,13 +77,14 @@ export class Plot {
     context.setTransform(scale, 0, 0, scale, 0, 0);
     context.clearRect(0, 0, width, height);
     context.font = "11px system-ui";
-    context.strokeStyle = style.getPropertyValue("--line");
-    context.fillStyle = style.getPropertyValue("--muted");
+    context.lineWidth = 1;
+    context.strokeStyle = style.borderTopColor;
+    context.fillStyle = style.color;
     for (let back = 0; back < SPAN_MS; back += 30_000) {
       context.strokeRect(x(now - back), 0, 0, height);
       if (back) context.fillText(`${back / 1000} s ago`, x(now - back) + 3, height - 4);
     }
-    for (const { points, color } of this.#series.values()) this.#line(context, points, style.getPropertyValue(color), x, height, now);
+    for (const { points, entry } of this.#series.values()) this.#line(context, points, getComputedStyle(entry).color, x, height, now);
   }
 
   // Values hold until the next one: steps, not slopes.
