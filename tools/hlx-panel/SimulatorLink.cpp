@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "dbus/VariantBuilder.h"
 #include "tools/common/TimeStamp.h"
 
 namespace {
@@ -15,17 +16,15 @@ constexpr char kInbox[] = "inbox.";
 using Words = std::vector<std::string>;
 
 GVariant* Strings(const Words& words) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("as"));
-  for (const std::string& word : words) g_variant_builder_add(&builder, "s", word.c_str());
-  return g_variant_builder_end(&builder);
+  VariantBuilder builder(G_VARIANT_TYPE("as"));
+  for (const std::string& word : words) builder.Add("s", word.c_str());
+  return builder.End();
 }
 
 GVariant* Boxed(Words::const_iterator first, Words::const_iterator last) {
-  GVariantBuilder builder;
-  g_variant_builder_init(&builder, G_VARIANT_TYPE("av"));
-  for (; first != last; ++first) g_variant_builder_add(&builder, "v", g_variant_new_string(first->c_str()));
-  return g_variant_builder_end(&builder);
+  VariantBuilder builder(G_VARIANT_TYPE("av"));
+  for (; first != last; ++first) builder.Add("v", g_variant_new_string(first->c_str()));
+  return builder.End();
 }
 
 double Speed(const std::string& text) {
