@@ -4,6 +4,7 @@
 #include <HLXMutex.h>
 
 #include <set>
+#include <utility>
 
 #include "HLXExport.h"
 
@@ -67,13 +68,22 @@ class HLX_API IHLXListener {
   virtual void OnListenerRemoved(T* /*listener*/) {}
 
  protected:
-  /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. Nothing is moved from
-  /// `args`: every listener sees the same values. The mutex is released also when a listener throws.
+  /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. Every listener sees the
+  /// same values; the last one is given `args` as they came, so that what may be moved is not copied for it. The mutex
+  /// is released also when a listener throws.
   /// @param callback member of the listener interface @param args what it is called with
   template <class... Params, class... Args>
   void Notify(void (T::*callback)(Params...), Args&&... args) {
     const Guard guard(mutex_);
-    for (T* listener : listeners_) (listener->*callback)(args...);
+    typename std::set<T*>::iterator next = listeners_.begin();
+    while (next != listeners_.end()) {
+      T* const listener = *next;
+      if (++next == listeners_.end()) {
+        (listener->*callback)(std::forward<Args>(args)...);
+        return;
+      }
+      (listener->*callback)(args...);
+    }
   }
 
  private:

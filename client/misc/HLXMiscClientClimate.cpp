@@ -1,4 +1,6 @@
 // The climate bytes of the CAN boxes. How each box lays them out is data; reading them is one loop.
+#include <utility>
+
 #include "client/misc/CanProtocol.h"
 #include "client/misc/HLXMiscClient.h"
 #include "client/misc/StateBits.h"
@@ -78,9 +80,9 @@ void HLXMiscClient::OnAcStateChange(unsigned char state) {
   StoreIfChanged(data_->ac_state_bits, state);
   // Asked again: the protocol may have changed in between, and the other map is then empty.
   if (CanProtocol() == kRenault) {
-    Notify(&IHLXSystemMiscListener::OnRaiseRenaultAcStateChange, renault);
+    Notify(&IHLXSystemMiscListener::OnRaiseRenaultAcStateChange, std::move(renault));
   } else {
-    Notify(&IHLXSystemMiscListener::OnAcStateChange, general);
+    Notify(&IHLXSystemMiscListener::OnAcStateChange, std::move(general));
   }
 }
 
@@ -95,7 +97,7 @@ void HLXMiscClient::OnRaiseGacAcStateChange(unsigned char one, unsigned char two
     Read(one, kRaiseOne, states);
     Read(two, kRaiseTwo, states);
   }
-  Notify(&IHLXSystemMiscListener::OnRaiseGacAcStateChange, states);
+  Notify(&IHLXSystemMiscListener::OnRaiseGacAcStateChange, std::move(states));
 }
 
 void HLXMiscClient::OnSimpleAirModeChange(unsigned char mode) {
@@ -109,7 +111,7 @@ void HLXMiscClient::OnSimpleAirModeChange(unsigned char mode) {
     for (const auto& [bit, on] : modes) HLX_LOG_INFO("airMode[%d] change:%d", bit, on);
   }
   StoreIfChanged(data_->simple_air_mode_bits, mode);
-  Notify(&IHLXSystemMiscListener::OnSimpleAirModeChange, modes);
+  Notify(&IHLXSystemMiscListener::OnSimpleAirModeChange, std::move(modes));
 }
 
 void HLXMiscClient::OnGeneralAcStateChange(AC_State_Data group, unsigned char value) {

@@ -1,4 +1,6 @@
 // Doors, speakers, keys, steering wheel and mileage.
+#include <utility>
+
 #include "client/misc/CanProtocol.h"
 #include "client/misc/HLXMiscClient.h"
 #include "client/misc/StateBits.h"
@@ -38,14 +40,14 @@ void HLXMiscClient::ReadSpeakers(SpeakerStates& states) const {
 void HLXMiscClient::OnSpeakerStateChange() {
   SpeakerStates states;
   ReadSpeakers(states);
-  Notify(&IHLXSystemMiscListener::OnSpeakerStateChange, states);
+  Notify(&IHLXSystemMiscListener::OnSpeakerStateChange, std::move(states));
 }
 
 void HLXMiscClient::OnDoorStateChange(unsigned char state) {
-  const std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_.exchange(state), kFirstReportedDoor);
+  std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_.exchange(state), kFirstReportedDoor);
   for (const auto& [door, open] : changes) HLX_LOG_DEBUG("doorState[%d] change:%d", door, open);
   StoreIfChanged(data_->door_state_bits, state);
-  Notify(&IHLXSystemMiscListener::OnDoorStateChange, changes);
+  Notify(&IHLXSystemMiscListener::OnDoorStateChange, std::move(changes));
 }
 
 void HLXMiscClient::OnKeyStateChange(unsigned char key, unsigned char state) {
@@ -68,11 +70,11 @@ void HLXMiscClient::OnTotalMileChange_Raise(unsigned int value) {
   const unsigned int current = Load(data_->raise_current_mile);
   HLX_LOG_DEBUG("HLXMiscClient::OnTotalMileChange_Raise mCurMile:%d ,value:%d", static_cast<int>(current),
                 static_cast<int>(value));
-  const std::map<unsigned int, unsigned int> mile = {{current, value}};
-  Notify(&IHLXSystemMiscListener::OnTotalMileChange_Raise, mile);
+  std::map<unsigned int, unsigned int> mile = {{current, value}};
+  Notify(&IHLXSystemMiscListener::OnTotalMileChange_Raise, std::move(mile));
 }
 
 void HLXMiscClient::OnEnduranceMileChange_Raise(unsigned int value) {
-  const std::map<unsigned int, unsigned int> mile = {{Load(data_->raise_current_mile), value}};
-  Notify(&IHLXSystemMiscListener::OnEnduranceMileChange_Raise, mile);
+  std::map<unsigned int, unsigned int> mile = {{Load(data_->raise_current_mile), value}};
+  Notify(&IHLXSystemMiscListener::OnEnduranceMileChange_Raise, std::move(mile));
 }

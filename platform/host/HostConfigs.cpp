@@ -1,6 +1,7 @@
 #include <glib.h>
 #include <sys/stat.h>
 
+#include <map>
 #include <memory>
 #include <mutex>
 #include <set>
@@ -40,13 +41,25 @@ class HostConfigs : public LibConfigs {
  public:
   int GetInt(const std::string& key) override { return Get(key, "32-bit number", g_key_file_get_integer); }
   bool GetBool(const std::string& key) override { return Get(key, "boolean", g_key_file_get_boolean) != FALSE; }
-  std::string GetString(const std::string& key) override { return Get(key, "text", TextOf); }
+  /// Asked for with many an event, so the texts of this version of the file are kept.
+  std::string GetString(const std::string& key) override {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    Refresh();
+    auto text = texts_.find(key);
+    if (text == texts_.end()) text = texts_.emplace(key, Find(key, "text", TextOf)).first;
+    return text->second;
+  }
 
  private:
   template <class T>
   T Get(const std::string& key, const char* type, T (*get)(GKeyFile*, const gchar*, const gchar*, GError**)) {
     const std::lock_guard<std::mutex> lock(mutex_);
     Refresh();
+    return Find(key, type, get);
+  }
+
+  template <class T>
+  T Find(const std::string& key, const char* type, T (*get)(GKeyFile*, const gchar*, const gchar*, GError**)) {
     const auto slash = key.find('/', 1);
     if (key.empty() || key[0] != '/' || slash == std::string::npos) return T();
     const std::string group = key.substr(1, slash - 1);
@@ -71,6 +84,7 @@ class HostConfigs : public LibConfigs {
     path_ = path;
     version_ = version;
     complained_.clear();
+    texts_.clear();
     file_.reset(g_key_file_new());
     g_autoptr(GError) error = nullptr;
     if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &error)) return;
@@ -85,6 +99,7 @@ class HostConfigs : public LibConfigs {
   std::string path_;
   Version version_;
   std::unique_ptr<GKeyFile, KeyFileDeleter> file_;
+  std::map<std::string, std::string> texts_;
   std::set<std::string> complained_;  ///< keys with a value of another type: named once for each version of the file
 };
 

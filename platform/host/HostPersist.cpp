@@ -36,6 +36,11 @@ constexpr char kSchema[] =
     "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
     " WITHOUT ROWID";
 
+// What is there already is not written again: no sync of the disk for it.
+constexpr char kUpsert[] =
+    "INSERT INTO items VALUES (?1, ?2, ?3) ON CONFLICT (module, id) DO UPDATE SET value = excluded.value"
+    " WHERE value IS NOT excluded.value";
+
 enum Purpose { kRead, kWrite };
 
 /// The persist code that fits what SQLite says. What SQLite is content with may still be an absent item (6), a value
@@ -118,7 +123,7 @@ class HostPersist : public Q4PersistService {
     g_autofree gchar* directory = g_path_get_dirname(Path().c_str());
     g_mkdir_with_parents(directory, 0700);  // a failure shows when the file is opened
     if (Open(kWrite) != SQLITE_OK) return Fail(kWrite);
-    const Statement update = Prepare("INSERT OR REPLACE INTO items VALUES (?1, ?2, ?3)", module, id);
+    const Statement update = Prepare(kUpsert, module, id);
     if (update == nullptr || sqlite3_bind_int(update.get(), 3, value) != SQLITE_OK ||
         sqlite3_step(update.get()) != SQLITE_DONE) {
       return Fail(kWrite);

@@ -157,7 +157,11 @@ TEST_F(HostPlatform, PersistKeepsAnyNumberAndWaitsForALock) {
     const int result = service.ReadByte(2, 1, &byte);
     EXPECT_TRUE(value == byte ? result == 0 : result == PERSIST_ERROR_DATA_OVER_RANGE) << value;
   }
+  const std::string file = Slurp(persist);
+  EXPECT_EQ(Write(1, G_MININT32), 0);
+  EXPECT_EQ(Slurp(persist), file) << "what is there already is not written";
   EXPECT_EQ(service.WriteInt(18, 1, 4, 1), 0);
+  EXPECT_NE(Slurp(persist), file);
   EXPECT_TRUE(Read(1) == 0 && value_read == G_MININT32) << "modules do not share items";
   EXPECT_EQ(service.ReadInt(-1, 1, &value_read), PERSIST_ERROR_ILLEGAL_MODULE);
   EXPECT_EQ(service.WriteInt(-1, 1, 1, 1), PERSIST_ERROR_ILLEGAL_MODULE);

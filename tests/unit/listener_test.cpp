@@ -5,6 +5,8 @@
 #include <functional>
 #include <future>
 #include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "IHLXListener.h"
@@ -17,6 +19,8 @@ struct Listener {
     during_event();
     EXPECT_EQ(value, 42);
   }
+  void OnText(std::string text) { told = std::move(text); }  // NOLINT: as the interfaces take maps
+  std::string told;
 };
 
 class Registry : public IHLXListener<Listener> {
@@ -24,6 +28,7 @@ class Registry : public IHLXListener<Listener> {
   void OnListenerAdded(Listener*) override { ++added; }
   void OnListenerRemoved(Listener*) override { ++removed; }
   void Event() { Notify(&Listener::OnEvent, 42); }
+  void Text(std::string text) { Notify(&Listener::OnText, std::move(text)); }
   int added = 0, removed = 0;
 };
 
@@ -56,6 +61,18 @@ TEST(ListenerRegistry, NotifiesInAddressOrderUnderTheMutex) {
   EXPECT_THAT(order, testing::ElementsAre(0, 1, 2));
 }
 
+TEST(ListenerRegistry, GivesTheLastListenerWhatItNeedNotCopy) {
+  Registry registry;
+  Listener listeners[3];
+  for (Listener& listener : listeners) registry.AddListener(&listener);
+  const std::string text(100, 'x');
+  std::string moved = text;
+  const char* const letters = moved.data();
+  registry.Text(std::move(moved));
+  for (const Listener& listener : listeners) EXPECT_EQ(listener.told, text);
+  EXPECT_EQ(listeners[2].told.data(), letters);
+}
+
 TEST(ListenerRegistry, LockListenerWaitsForARunningCallback) {
   Registry registry;
   std::future<void> locked;
@@ -74,7 +91,8 @@ TEST(ListenerRegistry, LockListenerWaitsForARunningCallback) {
 
 TEST(ListenerRegistry, AThrowingListenerDoesNotKeepTheMutex) {
   Registry registry;
-  Listener listener{[] { throw std::runtime_error("listener"); }};
+  Listener listener;
+  listener.during_event = [] { throw std::runtime_error("listener"); };
   registry.AddListener(&listener);
   EXPECT_THROW(registry.Event(), std::runtime_error);
   registry.LockListener();  // would block for ever

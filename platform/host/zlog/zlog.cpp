@@ -3,6 +3,7 @@
 #include <glib.h>
 
 #include <cstdarg>
+#include <cstdio>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -57,14 +58,20 @@ int zlog_level_enabled(zlog_category_t* category, int level) {
 
 void zlog(zlog_category_t* category, const char* file, size_t filelen, const char* func, size_t funclen, long line,
           int level, const char* format, ...) {
+  char short_text[512];
+  std::unique_ptr<gchar, decltype(&g_free)> long_text(nullptr, g_free);
   va_list arguments;
   va_start(arguments, format);
-  const std::unique_ptr<gchar, decltype(&g_free)> text(g_strdup_vprintf(format, arguments), g_free);
+  if (std::vsnprintf(short_text, sizeof short_text, format, arguments) >= static_cast<int>(sizeof short_text)) {
+    va_end(arguments);
+    va_start(arguments, format);
+    long_text.reset(g_strdup_vprintf(format, arguments));
+  }
   va_end(arguments);
   const LevelNames names = NamesOf(level);
   const std::string line_text = std::to_string(line);
   const GLogField fields[] = {
-      {"MESSAGE", text.get(), -1},
+      {"MESSAGE", long_text == nullptr ? short_text : long_text.get(), -1},
       {"PRIORITY", names.priority, -1},
       {"GLIB_DOMAIN", category->name.c_str(), -1},
       {"CODE_FILE", file, static_cast<gssize>(filelen)},
