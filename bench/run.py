@@ -8,6 +8,7 @@ import argparse
 import collections
 import contextlib
 import json
+import os
 import pathlib
 import re
 import subprocess
@@ -78,11 +79,39 @@ class Bench:
                                         stdout=subprocess.PIPE, text=True) for _ in range(count)]
             for client in clients:
                 client.stdout.readline()
-            lines_of(["gdbus", "call", "--session", "--timeout", "600", "--dest", TOOLS_UNIT, "--object-path",
-                      "/com/vorn/linux/systemservice", "--method", "com.vorn.linux.bench.Emit",
-                      str(self.options.paced), "1000"])
+            self.emit(self.options.paced, 1000)
             costs = [float(client.communicate()[0].split("\t")[3]) for client in clients]
             put(f"clients, {count}", "library", "cpu_us", sum(costs) / len(costs))
+
+    def panel(self):
+        """What the panel's process costs, in percent of one core, while 1,000 signals a second reach its browsers."""
+        with subprocess.Popen([self.build / "simulator/hlx-simulator"], stdout=subprocess.PIPE, text=True) as unit:
+            unit.stdout.readline()
+            unit.terminate()  # its records stay
+        for count in (1, 20):
+            with self.service(), subprocess.Popen([self.build / "tools/hlx-panel/hlx-panel"], stdout=subprocess.PIPE, text=True) as panel:
+                address = re.search(r"http://(\S+)/\?token=(\S+)", panel.stdout.readline())
+                browsers = [subprocess.Popen([sys.executable, __file__.replace("run.py", "browser.py"), *address.groups()],
+                                             stdout=subprocess.PIPE, text=True) for _ in range(count)]
+                for browser in browsers:
+                    browser.stdout.readline()
+                before = self.cpu_seconds(panel.pid)
+                self.emit(5 * self.options.paced, 1000)
+                put(f"panel, {count} browsers", "library", "cpu_percent",
+                    (self.cpu_seconds(panel.pid) - before) / (5 * self.options.paced / 1000) * 100)
+                for process in (*browsers, panel):
+                    process.terminate()
+                    process.wait()
+
+    @staticmethod
+    def cpu_seconds(pid):
+        fields = pathlib.Path(f"/proc/{pid}/stat").read_text().rsplit(")", 1)[1].split()
+        return (int(fields[11]) + int(fields[12])) / os.sysconf("SC_CLK_TCK")
+
+    @staticmethod
+    def emit(count, a_second):
+        lines_of(["gdbus", "call", "--session", "--timeout", "600", "--dest", TOOLS_UNIT, "--object-path",
+                  "/com/vorn/linux/systemservice", "--method", "com.vorn.linux.bench.Emit", str(count), str(a_second)])
 
     # -- in one process ------------------------------------------------------------------------------------------------
 
@@ -149,7 +178,7 @@ def main():
     parser.add_argument("--paced", type=int, default=2000, help="signals at 1,000 a second")
     parser.add_argument("--starts", type=int, default=5, help="in each round")
     parser.add_argument("--only", nargs="+", default=[], metavar="GROUP",
-                        choices=["bus", "clients", "micro", "construction", "size"])
+                        choices=["bus", "clients", "micro", "construction", "size", "panel"])
     options = parser.parse_args()
     bench = Bench(options.build.resolve(), options)
     groups = collections.OrderedDict(
@@ -157,7 +186,8 @@ def main():
         micro=[lambda: bench.micro("getters"), lambda: bench.micro("fan_out"), lambda: bench.micro("decoding")],
         construction=[bench.construction],
         bus=[bench.bus],
-        clients=[bench.clients])
+        clients=[bench.clients],
+        panel=[bench.panel])
     for name, steps in groups.items():
         if options.only and name not in options.only:
             continue

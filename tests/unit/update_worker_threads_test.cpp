@@ -44,9 +44,10 @@ int Exec(const std::string& command) { return Shell(command) == 0 ? 1 : 0; }
 bool Begins(const std::string& text, const std::string& start) { return text.rfind(start, 0) == 0; }
 bool IsThere(const char* path) { return access(path, F_OK) == 0; }
 
+/// On a busy machine too.
 template <class Done>
-bool Within30Seconds(const Done& done) {
-  const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(30);
+bool InTime(const Done& done) {
+  const auto deadline = std::chrono::steady_clock::now() + std::chrono::minutes(2);
   while (!done()) {
     if (std::chrono::steady_clock::now() > deadline) return false;
     std::this_thread::sleep_for(std::chrono::milliseconds(5));
@@ -94,15 +95,15 @@ struct Unit {
     info.reset();
   }
   static bool AtChecksums() {
-    return Within30Seconds([] { return IsThere("/tmp/checkers"); });
+    return InTime([] { return IsThere("/tmp/checkers"); });
   }
   static void PassChecksums() { std::ofstream("/tmp/go"); }
   /// Searches are over when nobody but the test holds them, and then no checker is left.
   bool Ended() const {
-    const bool ended = Within30Seconds([this] { return search.use_count() == 1; });
+    const bool ended = InTime([this] { return search.use_count() == 1; });
     std::ifstream checkers("/tmp/checkers");
     for (pid_t pid = 0; checkers >> pid;) {
-      EXPECT_TRUE(Within30Seconds([pid] { return kill(pid, 0) != 0; })) << "still at it";
+      EXPECT_TRUE(InTime([pid] { return kill(pid, 0) != 0; })) << "still at it";
     }
     return ended;
   }
@@ -171,8 +172,7 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     ASSERT_TRUE(Unit::AtChecksums());
     test.during_checksums(unit);
     // One that was overtaken ends by itself.
-    ASSERT_TRUE(
-        Within30Seconds([&] { return test.results.empty() || unit.Results().size() + 1 >= test.results.size(); }));
+    ASSERT_TRUE(InTime([&] { return test.results.empty() || unit.Results().size() + 1 >= test.results.size(); }));
     if (test.results != std::vector<int>{4}) Unit::PassChecksums();
     ASSERT_TRUE(unit.Ended());
     const fake::Platform platform = fake::Snapshot();
@@ -199,8 +199,7 @@ TEST(UpdateWorker, SearchesComeInTheOrderOfTheirReports) {
   }
   std::vector<int> results(200, 4);
   results.back() = 1;
-  ASSERT_TRUE(Within30Seconds([&] { return unit.Results().size() == results.size() - 1; }))
-      << "no checker is waited for";
+  ASSERT_TRUE(InTime([&] { return unit.Results().size() == results.size() - 1; })) << "no checker is waited for";
   Unit::PassChecksums();
   ASSERT_TRUE(unit.Ended());
   EXPECT_EQ(unit.Results(), results);
