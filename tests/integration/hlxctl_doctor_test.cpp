@@ -43,6 +43,35 @@ TEST_F(Doctor, FindsNothingWrongWithASoundUnit) {
   EXPECT_THAT(Ctl("doctor").out, HasSubstr("ok       answer         the service answers\n"));
 }
 
+/// What the simulator is told | the check that names it | what it says.
+constexpr char kFaults[] = R"(
+SetLogo error | faults | warning: the simulated unit does this on purpose: SetLogo error
+SetLogo delay 100 --times 3 | faults | warning: the simulated unit does this on purpose: SetLogo delay 100, 3 times more
+SetLogo drop | faults | warning: the simulated unit does this on purpose: SetLogo drop
+any hang | faults | warning: the simulated unit does this on purpose: any hang
+signal AccStateChangeSignal drop | faults | warning: the simulated unit does this on purpose: signal AccStateChangeSignal drop
+signal any double | faults | warning: the simulated unit does this on purpose: signal any double
+signal any delay 9 | faults | warning: the simulated unit does this on purpose: signal any delay 9
+signal any reorder | faults | warning: the simulated unit does this on purpose: signal any reorder
+service hang | answer | failure: the system service does not answer: process
+service vanish | name | failure: nobody owns com.vorn.linux.systemservice ; service crash | name | failure: nobody owns
+service restart 60 | name | failure: nobody owns ; record time freeze | motion | warning: no signal and no change
+record power freeze | faults | warning: the simulated unit does this on purpose: record power freeze
+record misc garbage | values | warning: misc: misc.
+segment power small | record | failure: power: 46 bytes, mode 0666 ; segment missing | record | failure: info: is not there
+segment misc mode 600 | record | warning: misc: 232 bytes, mode 0600)";
+
+TEST_F(Doctor, NamesWhatTheSimulatorDoesWrong) {
+  Start();
+  for (const auto& row : Rows(kFaults)) {
+    ASSERT_EQ(0, Execute(Split(kSimulator + (" fault " + row[0]))).code) << row[0];
+    const json diagnosis = CtlJson("doctor", "doctor");
+    EXPECT_THAT(Findings(diagnosis, row[1]), testing::Contains(testing::StartsWith(row[2]))) << diagnosis.dump(1);
+    EXPECT_EQ(0, Execute({kSimulator, "fault", "clear"}).code);
+    for (int i = 0; i < 500 && Ctl("status").code != 0; ++i) usleep(20000);
+  }
+}
+
 TEST_F(Doctor, NamesEachFault) {
   struct Fault {
     std::function<void()> make;

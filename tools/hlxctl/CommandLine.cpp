@@ -70,8 +70,8 @@ std::vector<std::string> HomesOf(const std::string& word) {
   if (catalog::FindValue(word) != nullptr) homes.push_back("get " + word);
   for (const catalog::Area area : catalog::kAreas) {
     const std::string name = NameOf(area);
-    if (catalog::FindCommand(area, word) != nullptr) homes.push_back(name + " set " + word);
-    if (catalog::FindValue(area, word) != nullptr) homes.push_back("get " + name + "." + word);
+    if (catalog::FindCommand(area, word) != nullptr) homes.emplace_back(name).append(" set ").append(word);
+    if (catalog::FindValue(area, word) != nullptr) homes.emplace_back("get ").append(name).append(".").append(word);
   }
   return homes;
 }

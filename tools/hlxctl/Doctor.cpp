@@ -18,6 +18,7 @@ constexpr Check kChecks[] = {
     {"name", CheckOwner},
     {"answer", CheckLife},
     {"interface", CheckInterface},
+    {"faults", CheckFaults},
     {"record", CheckSegments},
     {"values", CheckValues},
     {"motion", CheckMotion},

@@ -27,6 +27,8 @@ Findings CheckBus(Patient& patient);
 Findings CheckOwner(Patient& patient);
 Findings CheckLife(Patient& patient);
 Findings CheckInterface(Patient& patient);
+/// What goes wrong on purpose, where the unit is the simulated one.
+Findings CheckFaults(Patient& patient);
 
 // The records.
 Findings CheckSegments(Patient& patient);

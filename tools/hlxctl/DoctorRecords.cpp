@@ -4,6 +4,7 @@
 #include <cerrno>
 #include <cmath>
 #include <cstring>
+#include <nlohmann/json.hpp>
 
 #include "catalog/Moment.h"
 #include "tools/common/Failure.h"
@@ -19,6 +20,8 @@ namespace {
 
 constexpr double kMotionSeconds = 2.5;
 constexpr unsigned kLookMs = 50;
+constexpr std::size_t kNamed = 6;  ///< values that one line may name
+constexpr auto kReplace = Json::error_handler_t::replace;
 
 std::string Hexadecimal(unsigned long long number) {
   char text[32];
@@ -100,10 +103,15 @@ Finding CheckRecordValues(const catalog::RecordInfo& record) {
     ++count;
     const Scalar scalar = Read(value);
     if (!IsPlausible(value.reading, scalar))
-      odd.push_back(value.FullName() + " is " + ForPeople(value.reading, scalar));
+      odd.push_back(value.FullName() + " is " + Printable(ToJson(scalar).dump(-1, ' ', false, kReplace)));
   }
   const std::string name = std::string(record.name) + ": ";
   if (odd.empty()) return {Health::kOk, name + std::to_string(count) + " values, all plausible"};
+  if (odd.size() > kNamed) {
+    const std::string more = std::to_string(odd.size() - kNamed + 1) + " more";
+    odd.resize(kNamed - 1);
+    odd.push_back(more);
+  }
   return {Health::kWarning, name + Enumerate(odd), "the service writes what the library has no word or range for"};
 }
 
@@ -142,18 +150,18 @@ Findings CheckMotion(Patient& patient) try {
   const std::string before = AllBytes();
   Loop loop(*patient.bus, kMotionSeconds);
   std::string heard;
-  const Subscription signals(*patient.bus, kServiceName, [&](const char*, const char* signal, GVariant*) {
-    heard = signal;
-    loop.Done();
-  });
+  const Subscription signals(*patient.bus, kServiceName,
+                             [&](const char*, const char* signal, GVariant*) { heard = signal; });
   loop.Every(kLookMs, [&] {
     if (AllBytes() != before) loop.Done();
   });
   if (loop.Run() == Loop::End::kDone) {
-    return {{Health::kOk, heard.empty() ? "the records change" : "the service sends signals: " + heard}};
+    return {{Health::kOk, "the records change"}};
   }
-  return {
-      {Health::kWarning, "no signal and no change within 2.5 seconds", "the unit stands still, or its service does"}};
+  return {{Health::kWarning,
+           heard.empty() ? "no signal and no change within 2.5 seconds"
+                         : "the service sends signals (" + heard + "), but no record changes within 2.5 seconds",
+           "the unit stands still, or its service does, or that writes to other records"}};
 } catch (const Failure&) {
   return {};  // a record is missing, which has been told
 }

@@ -6,6 +6,8 @@
 namespace {
 
 constexpr int kIntrospectionMs = 2000;
+constexpr char kSimulatorName[] = "com.vorn.linux.simulator";  // and its interface
+constexpr char kSimulatorPath[] = "/com/vorn/linux/simulator";
 
 std::string Described(const Bus& bus, const std::string& name) {
   const unsigned pid = bus.ProcessOf(name);
@@ -103,4 +105,23 @@ Findings CheckInterface(Patient& patient) {
   }
   return {{Health::kWarning,
            "the service does not describe itself" + (problem == nullptr ? "" : ": " + std::string(problem->message))}};
+}
+
+Findings CheckFaults(Patient& patient) {
+  if (patient.bus == nullptr) return {};
+  const GLibPtr<GVariant> reply =
+      patient.bus->Call(kSimulatorName, kSimulatorPath, kSimulatorName, "Faults", nullptr, kIntrospectionMs, nullptr);
+  if (reply == nullptr || g_variant_is_of_type(reply.get(), G_VARIANT_TYPE("(a(su))")) == FALSE) return {};
+  const GLibPtr<GVariant> faults(g_variant_get_child_value(reply.get(), 0));
+  Findings findings;
+  for (gsize i = 0; i < g_variant_n_children(faults.get()); ++i) {
+    const gchar* words = nullptr;
+    guint32 left = 0;
+    g_variant_get_child(faults.get(), i, "(&su)", &words, &left);
+    findings.push_back({Health::kWarning,
+                        std::string("the simulated unit does this on purpose: ") + words +
+                            (left == 0 ? "" : ", " + std::to_string(left) + " times more"),
+                        "hlx-simulator fault clear"});
+  }
+  return findings;
 }
