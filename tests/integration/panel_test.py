@@ -159,6 +159,30 @@ class Panel(unittest.TestCase):
         self.shows("power.brightness_day", "33")
         self.assertRegex(self.command("time zone", "Asia/Tokyo"), r"^ok")
 
+    def drive(self, title, button, **fields):
+        """Fills a form of the simulated unit's part, presses its button, and gives what was said."""
+        part = self.page.find_element(By.XPATH, f"//section[@id='unit']/fieldset[legend[starts-with(., '{title}')]]")
+        for name, word in fields.items():
+            field = part.find_element(By.NAME, name)
+            self.page.execute_script("arguments[0].value = arguments[1]; arguments[0].dispatchEvent(new Event('change'))", field, word)
+        part.find_element(By.XPATH, f".//button[.='{button}']").click()
+        said = part.find_element(By.CSS_SELECTOR, "output.said")
+        self.until(lambda: said.text, f"{title} is answered")
+        return said.text
+
+    def test_the_simulated_unit_is_driven(self):
+        self.assertRegex(self.drive("Set a value", "Set", value="misc.car_speed", to="63"), "^ok")
+        self.shows("misc.car_speed", "63")
+        self.drive("Press a key", "Press", code="0x21")
+        self.until(lambda: "key: 0x21" in self.page.find_element(By.CSS_SELECTOR, "#events .log").text, "the key's event")
+        self.assertRegex(self.drive("Inject a fault", "Inject", words="SetOnSourceChange error"), "^ok")
+        self.assertIn("fault", self.command("misc source", "4"))
+        self.assertIn("no fault", self.drive("Inject a fault", "Inject", words="SetOnSourceChange explode"))
+        self.drive("Inject a fault", "Clear all")
+        self.until(lambda: self.command("misc source", "5").startswith("ok"), "the fault is gone")
+        self.assertRegex(self.drive("Reboot", "acc"), "^ok")
+        self.until(lambda: "there" in self.page.find_element(By.ID, "service-state").text, "the unit is back")
+
     def test_every_command_of_the_catalogue_has_a_form(self):
         forms = self.page.find_elements(By.CSS_SELECTOR, "#controls form")
         self.assertGreater(len(forms), 50)
@@ -177,6 +201,7 @@ class Panel(unittest.TestCase):
         ended(simulator)
         self.until(lambda: "lost" in self.page.find_element(By.ID, "service-state").text, "the service is lost")
         self.assertIn("stale", self.page.find_element(By.TAG_NAME, "body").get_attribute("class"))
+        self.until(lambda: not self.page.find_element(By.ID, "unit").is_displayed(), "nothing to drive is offered")
         type(self).simulator, _ = started([SIMULATOR], "ready")
         self.until(lambda: "there" in self.page.find_element(By.ID, "service-state").text, "the service is back")
         unit("set", "misc.car_speed", "12")
