@@ -36,6 +36,10 @@ std::string Escaped(const std::string& text) {
 std::string Bold(const std::string& text) { return "\\fB" + Escaped(text) + "\\fR"; }
 std::string Italic(const std::string& text) { return "\\fI" + Escaped(text) + "\\fR"; }
 
+std::string Sentence(const std::string& text) {
+  return Escaped(text) + (!text.empty() && text.back() == '.' ? "\n" : ".\n");
+}
+
 std::string Upper(std::string text) {
   std::transform(text.begin(), text.end(), text.begin(), [](unsigned char c) { return std::toupper(c); });
   return text;
@@ -76,7 +80,7 @@ std::string Options(const CLI::App& app) {
     if (!positional && !option->get_type_name().empty() && option->get_expected_max() > 0) {
       text += " " + Italic(option->get_type_name());
     }
-    text += "\n" + Escaped(option->get_description()) + ".\n";
+    text += "\n" + Sentence(option->get_description());
   }
   return text;
 }
@@ -86,23 +90,28 @@ struct Footers {
   std::string exit_codes;
 };
 
-/// Puts the footer where it belongs; what stays is returned.
+/// Puts the lines of the footer where they belong; what stays is returned.
 std::string Sort(const std::string& footer, Footers& footers) {
-  const auto follows = [&footer](const std::string& heading) {
-    return footer.compare(0, heading.size(), heading) == 0 ? footer.substr(heading.size()) : std::string();
-  };
-  const std::string examples = follows("Examples:\n");
-  const std::string codes = follows("Exit codes:\n");
-  footers.examples += examples;
-  footers.exit_codes += codes;
-  return examples.empty() && codes.empty() && !footer.empty() ? Escaped(footer) + "\n" : "";
+  std::string rest;
+  std::string* part = &rest;
+  std::istringstream lines(footer);
+  for (std::string line; std::getline(lines, line);) {
+    if (line == "Examples:") {
+      part = &footers.examples;
+    } else if (line == "Exit codes:") {
+      part = &footers.exit_codes;
+    } else {
+      part->append(line) += "\n";
+    }
+  }
+  return Escaped(rest);
 }
 
 void Describe(const CLI::App& app, const std::string& path, Footers& footers, std::string& page) {
   for (const CLI::App* const sub : app.get_subcommands(IsShown)) {
     const std::string name = path + " " + sub->get_name();
-    page += ".SS " + Synopsis(*sub, name) + "\n" + Escaped(sub->get_description()) + ".\n";
-    page += Sort(sub->get_footer(), footers);
+    page += ".SS " + Synopsis(*sub, name) + "\n" + Sentence(sub->get_description());
+    if (sub->get_footer() != app.get_footer()) page += Sort(sub->get_footer(), footers);  // else it is inherited
     page += Options(*sub);
     Describe(*sub, name, footers, page);
   }
@@ -119,7 +128,8 @@ std::string ManualPage(const CLI::App& app, const ManualExtras& extras) {
   Footers footers;
   std::string verbs;
   Describe(app, name, footers, verbs);
-  page += ".SH OPTIONS\n" + Options(app) + Sort(app.get_footer(), footers) + ".SH VERBS\n" + verbs;
+  const std::string rest = Sort(app.get_footer(), footers);
+  page += ".SH OPTIONS\n" + Options(app) + (rest.empty() ? "" : ".PP\n" + rest) + ".SH VERBS\n" + verbs;
   if (!footers.examples.empty()) page += ".SH EXAMPLES\n" + Body(footers.examples);
   if (!footers.exit_codes.empty()) page += ".SH EXIT STATUS\n" + Body(footers.exit_codes);
   for (const auto& [heading, text] : extras.after) page += ".SH " + Escaped(Upper(heading)) + "\n" + Body(text);

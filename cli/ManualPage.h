@@ -16,9 +16,9 @@ struct ManualExtras {
   std::vector<std::pair<std::string, std::string>> after;   ///< sections at the end
 };
 
-/// The page of section 1 for `app` and all below it, in roff. A footer that begins with "Examples:" or "Exit codes:"
-/// becomes a section of that meaning; any other is a paragraph. Subcommands without a group are left out. In the texts
-/// of extras a line that begins with blanks is shown as it is.
+/// The page of section 1 for `app` and all below it, in roff. The lines of a footer behind "Examples:" or "Exit
+/// codes:" become a section of that meaning; others are a paragraph. Subcommands without a group are left out. In the
+/// texts of extras a line that begins with blanks is shown as it is.
 std::string ManualPage(const CLI::App& app, const ManualExtras& extras);
 
 }  // namespace cli

@@ -7,6 +7,7 @@
 
 #include "simulator/UnitProcess.h"
 #include "simulator/cli/ControlClient.h"
+#include "simulator/cli/Describe.h"
 #include "simulator/cli/Run.h"
 #include "simulator/cli/Verbs.h"
 
@@ -18,9 +19,12 @@ constexpr char kAbout[] =
     "happens by itself. Without a verb it runs until Ctrl-C and prints every call and signal; the verbs drive the one\n"
     "that runs.";
 constexpr char kFooter[] =
-    "Exit codes: 0 done; 1 the unit cannot start or be reached, or something went wrong; 2 a wrong command line, name "
-    "or\n"
-    "value; 124 the time is up. Names are those of hlxctl: power.acc, misc.car_speed; see hlx-simulator list.\n"
+    "Names are those of hlxctl: power.acc, misc.car_speed; see hlx-simulator list.\n"
+    "Exit codes:\n"
+    "    0  done\n"
+    "    1  the unit cannot start or be reached, or something went wrong\n"
+    "    2  a wrong command line, name or value\n"
+    "  124  the time is up\n"
     "Examples:\n"
     "  hlx-simulator --fresh &                     a unit that remembers nothing\n"
     "  hlx-simulator set power.head_lights on      it is getting dark\n"
@@ -28,7 +32,7 @@ constexpr char kFooter[] =
     "  hlx-simulator calls --wait SetScreenLightOn --timeout 5";
 
 struct CommandLine {
-  CLI::App app{kAbout};
+  CLI::App app{kAbout, "hlx-simulator"};
   UnitProcess::Options unit;
   bool silent = false;
   GetOptions get;
@@ -40,6 +44,7 @@ struct CommandLine {
   Words fault;
   unsigned int fault_times = 0;
   RunOptions run;
+  Words typed;
 
   CommandLine() {
     app.footer(kFooter);
@@ -86,6 +91,8 @@ struct CommandLine {
         "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
     AddFault();
     AddRun();
+    app.add_subcommand("complete")->group("")->add_option("word", typed);
+    app.add_subcommand("manual")->group("");
   }
 
   void AddFault() {
@@ -130,6 +137,8 @@ struct CommandLine {
   }
 
   int RunVerb() {
+    if (Is("complete")) return CompleteVerb(app, typed), 0;
+    if (Is("manual")) return ManualVerb(app), 0;
     for (const char* const verb : {"run", "inside"}) {
       if (!Is(verb)) continue;
       const Words words = app.get_subcommand(verb)->remaining();

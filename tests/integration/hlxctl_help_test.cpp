@@ -97,10 +97,13 @@ TEST_F(HlxctlTest, ManualIsWhatTheToolSays) {
   std::stringstream checked_in;
   checked_in << std::ifstream(page).rdbuf();
   EXPECT_EQ(Ctl("manual").out, checked_in.str()) << "stale: hlxctl manual >docs/man/hlxctl.1";
-  // The sandbox has no /etc/groff with its man.local.
-  const Result result =
-      Execute({"sh", "-c", "man --warnings -E UTF-8 -l -Tutf8 -Z '" + page + "' 2>&1 >/dev/null | grep -v man.local"});
-  EXPECT_EQ("", result.out + result.err);
+  EXPECT_EQ(0, Execute({"sh", "-c", std::string(kSimulator) + " manual >/tmp/hlx-simulator.1"}).code);
+  for (const std::string& name : {page, std::string("/tmp/hlx-simulator.1")}) {
+    // The sandbox has no /etc/groff with its man.local.
+    const Result result = Execute(
+        {"sh", "-c", "man --warnings -E UTF-8 -l -Tutf8 -Z '" + name + "' 2>&1 >/dev/null | grep -v man.local"});
+    EXPECT_EQ("", result.out + result.err);
+  }
 }
 
 /// What stands on the command line | what may stand behind it, among others; "!" before what may not.
@@ -112,16 +115,20 @@ hlxctl get power.acc misc.c | misc.can_box ; hlxctl --json get power.scr | power
 hlxctl --color  | always ; hlxctl monitor  | time ; hlxctl monitor power --timeout  | !power ; hlxctl power --js | --json
 hlxctl wait-for power.scre | power.screen= ; hlxctl wait-for power.screen=o | off ; hlxctl wait-for OnAcc | OnAccStateChange
 hlxctl call SetGamma | SetGammaValue ; hlxctl listen Acc | AccStateChangeSignal ; hlxctl record /etc/local | /etc/localtime
-hlxctl names gam | !gamma ; hlxctl moon  | !status)";
+hlxctl names gam | !gamma ; hlxctl moon  | !status
+hlx-simulator re | reboot ; hlx-simulator  | !complete ; hlx-simulator --fr | --fresh ; hlx-simulator reboot -- | --cold
+hlx-simulator set power.scr | power.screen ; hlx-simulator set --silent power.screen  | off ; hlx-simulator get --r | --raw
+hlx-simulator emit AccSt | AccStateChangeSignal ; hlx-simulator calls --wait SetGam | SetGammaValue
+hlx-simulator fault signal AccSt | AccStateChangeSignal ; hlx-simulator run --log /etc/local | /etc/localtime)";
 
 TEST_F(HlxctlTest, CompletesInBash) {
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere", 1);
   for (const auto& row : Rows(kCompletions)) {
     const Result result =
         Execute({"bash", "-c",
-                 "hlxctl() { " + std::string(kTool) +
-                     " \"$@\"; }; source " HLX_SOURCE_DIR "/tools/hlxctl/completion/hlxctl.bash; COMP_LINE='" + row[0] +
-                     "'; COMP_POINT=${#COMP_LINE}; _hlxctl; printf '%s\\n' \"${COMPREPLY[@]}\""});
+                 "hlxctl() { " + std::string(kTool) + " \"$@\"; }; hlx-simulator() { " + kSimulator +
+                     " \"$@\"; }; source " HLX_SOURCE_DIR "/cli/completion/hlx.bash; COMP_LINE='" + row[0] +
+                     "'; COMP_POINT=${#COMP_LINE}; _hlx; printf '%s\\n' \"${COMPREPLY[@]}\""});
     const bool not_there = row[1][0] == '!';
     const std::vector<std::string> found = Cut(result.out, "\n");
     EXPECT_EQ(not_there ? 0 : 1, std::count(found.begin(), found.end(), row[1].substr(not_there ? 1 : 0)))
@@ -137,7 +144,7 @@ TEST_F(HlxctlTest, CompletesInZsh) {
   const auto complete = [&zsh](const std::string& words, const std::string& current) {
     return Execute({"zsh", "-fc",
                     zsh + "words=(" + kTool + " " + words + "); CURRENT=" + current +
-                        "; source " HLX_SOURCE_DIR "/tools/hlxctl/completion/_hlxctl"});
+                        "; source " HLX_SOURCE_DIR "/cli/completion/_hlx"});
   };
   const Result verb = complete("doc", "2");
   EXPECT_EQ("doctor:Why does it not work: bus, service, records, machine\n", verb.out) << verb.err;

@@ -1,5 +1,5 @@
-# Completion of hlxctl for bash: the tool itself knows what may stand where.
-_hlxctl() {
+# Completion of hlxctl and hlx-simulator for bash: the programs themselves know what may stand where.
+_hlx() {
   local words current prefix line
   local -a found=()
   read -ra words <<<"${COMP_LINE:0:COMP_POINT}"
@@ -20,4 +20,4 @@ _hlxctl() {
   done
   [[ ${#COMPREPLY[@]} -ne 1 || ${COMPREPLY[0]} != *= ]] || compopt -o nospace
 }
-complete -F _hlxctl hlxctl
+complete -F _hlx hlxctl hlx-simulator
