@@ -40,12 +40,12 @@ TEST_F(HlxctlTest, ChecksPackages) {
   for (int record = 0; record < 4; ++record) EXPECT_EQ(-1, Segments::Id(record));
 }
 
-/// The commands of the examples in `text`: "    hlxctl get power.screen  # what it is", also behind a "$ " or a path;
-/// not those with placeholders.
+/// The examples in `text`: "    hlxctl get power.screen  # what it is", also behind a "$ " or a path, and the same of
+/// hlx-simulator; not those with placeholders.
 std::vector<std::string> Examples(const std::string& text) {
   std::vector<std::string> examples;
-  const std::regex example(R"(\n +(?:\$ )?(?:\S+/)?hlxctl ([a-z](?: ?[^ \n#])*)(?=  |\n| +#))");
-  const std::regex placeholder(R"([A-Z]{3}|\[|…)");
+  const std::regex example(R"(\n +(?:\$ )?(?:\S+/)?((?:hlxctl|hlx-simulator) [a-z](?: ?[^ \n#])*)(?=  |\n| +#))");
+  const std::regex placeholder(R"([A-Z]{3}|\[|…|my_hmi)");
   for (std::sregex_iterator i(text.begin(), text.end(), example); i != std::sregex_iterator(); ++i) {
     const std::string command = (*i)[1];
     if (!std::regex_search(command, placeholder)) examples.push_back(command);
@@ -67,20 +67,24 @@ TEST_F(HlxctlTest, EveryExampleRuns) {
     text += Ctl((*i)[1].str() + " --help").out;
   }
   const std::size_t in_help = Examples(text).size();
-  for (const char* const file : {"README.md", "docs/hlxctl.md"}) {
+  text += Execute({kSimulator, "--help"}).out;
+  for (const char* const file :
+       {"README.md", "docs/hlxctl.md", "docs/packages.md", "docs/simulator.md", "docs/faults.md"}) {
     std::stringstream content;
     content << std::ifstream(std::string(HLX_SOURCE_DIR "/") + file).rdbuf();
     text += content.str();
   }
   const std::vector<std::string> examples = Examples(text);
   EXPECT_LT(30U, in_help);
-  EXPECT_LT(in_help + 15, examples.size());
+  EXPECT_LT(in_help + 30, examples.size());
   for (const std::string& example : examples) {
     // What goes on is interrupted; what draws gets a terminal.
-    const std::vector<std::string> command = {"script", "-qec",
-                                              "hlxctl() { timeout --foreground --preserve-status -s INT 0.3 " +
-                                                  std::string(kTool) + " \"$@\"; }; cd /tmp; hlxctl " + example,
-                                              "/dev/null"};
+    const std::vector<std::string> command = {
+        "script", "-qec",
+        "PATH=" HLX_BINARY_DIR "/tools/hlxctl:" HLX_BINARY_DIR
+        "/simulator:$PATH; cd /tmp/packages/good; timeout --foreground --preserve-status -s INT 0.3 " +
+            example,
+        "/dev/null"};
     Result result = Execute(command);
     for (int i = 0; i < 20 && result.code == 3; ++i) result = Execute(command);  // an example before restarts the unit
     EXPECT_THAT(result.code, testing::AnyOf(0, 130)) << example << "\n" << result.out;

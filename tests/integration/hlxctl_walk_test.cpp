@@ -167,6 +167,13 @@ TEST_F(HlxctlWalk, SendsEveryCommand) {
     if (command.Parameters().size() == 1 || record != kRecords.end()) expected += ",";
     EXPECT_EQ("ok", Ctl(words).substr(0, 2));
     EXPECT_THAT(service_.TakeCalls(), testing::ElementsAre(std::string(command.method) + " (" + expected + ")"));
+    // The example of its help.
+    const std::string help = Ctl({NameOf(command.area), "set", command.name, "--help"});
+    Words example = Split(help.substr(help.find("\n  hlxctl ") + 1), ' ');
+    example.erase(example.begin(), example.begin() + 3);
+    example.back() = example.back().substr(0, example.back().find('\n'));
+    EXPECT_EQ("ok", Ctl(example).substr(0, 2));
+    EXPECT_THAT(service_.TakeCalls(), testing::ElementsAre(testing::StartsWith(std::string(command.method) + " (")));
   }
 }
 

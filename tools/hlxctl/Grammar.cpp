@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include "catalog/Catalog.h"
 #include "tools/common/Values.h"
 #include "tools/hlxctl/CommandLine.h"
@@ -141,6 +143,32 @@ std::string Follows(const catalog::Command& command) {
   return text.empty() ? "No event follows." : text;
 }
 
+/// A value that may be set.
+std::string Sample(const catalog::Reading& reading) {
+  using Kind = catalog::Reading::Kind;
+  switch (reading.kind) {
+    case Kind::kText:
+      return "text";
+    case Kind::kDate:
+      return "2024-02-29";
+    case Kind::kClock:
+      return "12:30:05";
+    case Kind::kZone:
+      return "Europe/Berlin";
+    default:
+      return reading.words.empty() ? std::to_string(std::clamp<int64_t>(1, reading.least, reading.most))
+                                   : reading.words[0].word;
+  }
+}
+
+std::string ExampleOf(const catalog::Command& command) {
+  std::string text = std::string("\nExamples:\n  hlxctl ") + NameOf(command.area) + " set " + command.name;
+  for (const catalog::Parameter& parameter : command.Parameters()) {
+    if (*parameter.otherwise == '\0') text += " " + Sample(parameter.reading);
+  }
+  return text + (command.asks_first ? " --yes" : "");
+}
+
 void AddCommand(CLI::App& parent, Request& request, const catalog::Command& command) {
   CLI::App* const app = parent.add_subcommand(command.name, command.help)->fallthrough();
   for (const catalog::Parameter& parameter : command.Parameters()) {
@@ -149,7 +177,7 @@ void AddCommand(CLI::App& parent, Request& request, const catalog::Command& comm
     app->add_option_function<std::string>(parameter.name, take, Allowed(parameter.reading))->required()->type_name("");
   }
   if (command.asks_first) app->add_flag("-y,--yes", request.yes, "Do not ask");
-  app->footer(Follows(command));
+  app->footer(Follows(command) + ExampleOf(command));
   app->callback(
       [&request, &command] { request.action = [&command](const Request& asked) { return Send(command, asked); }; });
 }
