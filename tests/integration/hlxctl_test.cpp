@@ -144,6 +144,9 @@ constexpr char kWrong[] = R"(
 2 | watch | watch draws on a terminal ; 2 | listen AccStateChangSignal | there is no signal 'AccStateChangSignal'; did you mean 'AccStateChangeSignal'
 2 | call SetGamaValue 1 | did you mean 'SetGammaValue' ; 2 | call SetGammaValue | takes 1 arguments (i), not 0
 2 | call SetGammaValue 1.5 | value: '1.5' is no whole number ; 1 | record /nowhere/file | '/nowhere/file': No such file
+2 | help | did you mean '--help' ; 2 | power get screen | get comes first, as in "get power.acc" ; 2 | zones | 'time zones'
+2 | misc set drive_position left | did you mean 'misc set drive-position' ; 2 | name gamma | or 'names'
+0 | wait-for power.screen = on | 
 2 | set power screen on | 'set' is not known here; the area comes first
 2 | power brightness | did you mean 'power set brightness' ; 2 | power set zone 5 | did you mean 'time set zone' or 'get time.zone'
 2 | power.acc | did you mean 'get power.acc' ; 2 | get power | 'power' is an area: name one of its values, as "power.acc"
@@ -163,6 +166,7 @@ TEST_F(HlxctlTest, NamesWhatIsWrong) {
     if (result.code == 0) continue;
     EXPECT_EQ(result.code, CtlJson(row[1], "failure")["code"]) << row[1];
   }
+  EXPECT_EQ("ok\n", Execute({kTool, "time", "set", "zone", "New York"}).out);
   EXPECT_THAT(Ctl("misc set media \xff").err, HasSubstr("allowed: UTF-8 text"));
   EXPECT_THAT(Ctl("misc set media -- --json").out, HasSubstr("ok"));
   EXPECT_TRUE(simulator_->WaitForLine("call SetOnMediaInfoChange(MediaInfoValue='--json')"));

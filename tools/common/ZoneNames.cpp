@@ -27,13 +27,21 @@ std::string Lower(std::string text) {
 std::vector<int> ZonesLike(const std::string& text) {
   std::vector<int> zones;
   std::vector<int> files;
+  std::vector<int> places;
+  std::string place = "/" + text;
+  std::replace(place.begin(), place.end(), ' ', '_');
   for (int zone = 0; zone < kTimeZoneCount && !text.empty(); ++zone) {
     const std::string name = Lower(ZoneName(zone));
     if (name == text) return {zone};
-    if (Lower(ZoneFile(zone)) == text) files.push_back(zone);
+    const std::string file = Lower(ZoneFile(zone));
+    if (file == text) files.push_back(zone);
+    if (file.size() > place.size() && file.compare(file.size() - place.size(), place.size(), place) == 0) {
+      places.push_back(zone);
+    }
     if (name.find(text) != std::string::npos) zones.push_back(zone);
   }
-  return files.empty() ? zones : files;
+  if (!files.empty()) return files;
+  return zones.empty() ? places : zones;
 }
 
 }  // namespace

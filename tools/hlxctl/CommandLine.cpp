@@ -67,10 +67,14 @@ std::vector<std::string> OptionNames(const CLI::App* app) {
 /// Where a word that is not known in its place is at home.
 std::vector<std::string> HomesOf(const std::string& word) {
   std::vector<std::string> homes;
+  if (word == "help") homes.emplace_back("--help");
+  if (word == "zones") homes.emplace_back("time zones");
+  if (word == "check") homes.emplace_back("update check");
   if (catalog::FindValue(word) != nullptr) homes.push_back("get " + word);
   for (const catalog::Area area : catalog::kAreas) {
     const std::string name = NameOf(area);
-    if (catalog::FindCommand(area, word) != nullptr) homes.emplace_back(name).append(" set ").append(word);
+    const catalog::Command* const command = catalog::FindCommand(area, word);
+    if (command != nullptr) homes.emplace_back(name).append(" set ").append(command->name);
     if (catalog::FindValue(area, word) != nullptr) homes.emplace_back("get ").append(name).append(".").append(word);
   }
   return homes;
@@ -78,10 +82,14 @@ std::vector<std::string> HomesOf(const std::string& word) {
 
 /// What may have been meant instead of `unknown`.
 std::string Advice(const CLI::App& app, const std::string& unknown) {
-  if (unknown[0] == '-') return DidYouMean(unknown.substr(0, unknown.find('=')), OptionNames(&app));
+  if (unknown[0] == '-') return Suggest(catalog::Nearest(unknown.substr(0, unknown.find('=')), OptionNames(&app)));
   if (app.get_parent() == nullptr && unknown == "set") return "; the area comes first, as in \"power set screen on\"";
-  const std::vector<std::string> homes = HomesOf(unknown);
-  return homes.empty() ? DidYouMean(unknown, Subcommands(app)) : Suggest(homes);
+  const std::optional<catalog::Area> area = catalog::FindArea(app.get_name());
+  if (area && unknown == "get") return "; get comes first, as in \"get " + catalog::Values(*area)[0].FullName() + "\"";
+  std::vector<std::string> homes = HomesOf(unknown);
+  if (homes.empty()) return DidYouMean(unknown, Subcommands(app));
+  for (const std::string& near : catalog::Nearest(unknown, Subcommands(app))) homes.push_back(near);
+  return Suggest(homes);
 }
 
 const CLI::Option* MissingArgument(const CLI::App& app) {

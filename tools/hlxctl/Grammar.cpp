@@ -81,7 +81,7 @@ void AddMonitor(CLI::App& app, Request& request, Ahead /*ahead*/) {
 void AddWaitFor(CLI::App& app, Request& request, Ahead /*ahead*/) {
   app.add_option("what", request.words, "AREA.NAME, one of = != < > <= >=, and a value; or the name of an event")
       ->required()
-      ->expected(1)
+      ->expected(1, 3)
       ->type_name("CONDITION");
   AddTimeout(app, request, "Give up after so many seconds");
   Does(app, request, WaitFor);
@@ -94,7 +94,7 @@ void AddWatch(CLI::App& app, Request& request, Ahead /*ahead*/) {
 }
 
 void AddRecord(CLI::App& app, Request& request, Ahead /*ahead*/) {
-  app.add_option("file", request.file, "Made anew")->required()->type_name("FILE");
+  app.add_option("file", request.file, "The file, made anew")->required()->type_name("FILE");
   app.add_option("--interval", request.interval, "Milliseconds between two looks at the records: 100 unless given")
       ->check(Within(1, 60000, "milliseconds, from 1 to 60000"))
       ->type_name("MS");

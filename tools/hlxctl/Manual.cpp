@@ -15,7 +15,7 @@ constexpr char kDescription[] =
     "service.\n"
     "\n"
     "Values are named AREA.NAME, the same everywhere. Switches take on and off, yes and no, true and false, 1 and 0; "
-    "numbers may be hexadecimal; time zones go by number, by file, or by a part of their name.";
+    "numbers may be hexadecimal; time zones go by number, by file or its last part, or by a part of their name.";
 
 constexpr char kFiles[] =
     "  share/hlx-system-client/hlxctl.schema.json\n"

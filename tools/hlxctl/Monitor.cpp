@@ -44,7 +44,9 @@ int Monitor(const Request& request) {
 }
 
 int WaitFor(const Request& request) {
-  const Condition condition(request.words.front());
+  std::string text;  // also in pieces: power.screen = on
+  for (const std::string& word : request.words) text += word;
+  const Condition condition(text);
   const Bus bus;
   if (condition.NeedsService()) bus.RequireOwner();
   Loop loop(bus, request.timeout);
