@@ -46,13 +46,20 @@ TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/tmp/hlxctl_bus", 1);
   Start();
   const auto orphan = Begin("monitor --json");
-  const auto listener = Begin("listen");
+  const auto listener = Begin("listen --json");
+  const auto recorder = Begin("record /tmp/orphan.jsonl");
+  Emit("CarSpeedChangeSignal 5");
+  EXPECT_TRUE(orphan->WaitForLine("OnCarSpeedChange"));
+  EXPECT_TRUE(listener->WaitForLine("CarSpeedChangeSignal"));
+  documents += "listen\t" + Cut(listener->Out(), "\n")[0] + "\n";
   bus.Signal(SIGKILL);
-  for (Process* const process : {orphan.get(), listener.get()}) {
+  for (Process* const process : {orphan.get(), listener.get(), recorder.get()}) {
     EXPECT_EQ(kExitNoService, process->Wait());
     EXPECT_THAT(process->Err(), HasSubstr("hlxctl: the session bus is gone: "));
   }
-  documents += "failure\t" + orphan->Out();
+  documents += "failure\t" + orphan->Out().substr(orphan->Out().find("{\"ok\""));
+  std::ifstream file("/tmp/orphan.jsonl");
+  for (std::string line; std::getline(file, line);) documents += "capture\t" + line + "\n";
 }
 
 TEST_F(HlxctlTest, WaitsForValuesAndEvents) {
@@ -61,7 +68,7 @@ TEST_F(HlxctlTest, WaitsForValuesAndEvents) {
   CtlJson("wait-for power.power_off_delay>19", "wait-for");
   const auto value = Begin("wait-for misc.car_speed>50 --json");
   const auto told = Begin("wait-for misc.steering_angle=100");
-  const auto event = Begin("wait-for OnDateInfoChange --timeout 60");
+  const auto event = Begin("wait-for OnDateInfoChange --timeout 60 --json");
   const auto back = Begin("wait-for OnServiceBack");
   for (const char* const line :
        {"CarSpeedChangeSignal 51", "RaiseVWSteeringWheelAngelChangeSignal 0x84 0x0E", "OnDateInfoChangeSignal 1"}) {
@@ -71,6 +78,7 @@ TEST_F(HlxctlTest, WaitsForValuesAndEvents) {
   simulator_->Wait();
   Start();
   for (Process* const process : {value.get(), told.get(), event.get(), back.get()}) EXPECT_EQ(0, process->Wait());
+  documents += "wait-for\t" + event->Out();
   EXPECT_EQ("{\"misc.car_speed\":{\"value\":51,\"text\":\"51\",\"unit\":null}}\n", value->Out());
   EXPECT_THAT(told->Out(), HasSubstr("OnRaiseVWSteeringWheelAngelChange  steering_angle: 100 %"));
   EXPECT_THAT(Ctl("wait-for power.screen=off --timeout 0.1").err,

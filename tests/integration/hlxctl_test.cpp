@@ -90,7 +90,7 @@ TEST_F(HlxctlTest, ObserversChangeNothing) {
   const std::string records = Segments::Bytes();
   const std::string saved = settings();
   for (const char* const line :
-       {"status", "power", "misc", "time", "info", "update", "get time.zone", "names", "time zones",
+       {"status", "power", "misc", "time", "info", "update", "get time.zone", "names", "doctor", "time zones",
         "monitor --timeout 0.2", "wait-for time.zone=26", "wait-for OnDstStatusChange --timeout 0.2",
         "listen --timeout 0.2", "record /tmp/observed --timeout 0.3"}) {
     EXPECT_THAT(Ctl(line).code, testing::AnyOf(0, kExitTimeUp)) << line;
