@@ -14,6 +14,10 @@ TEST_F(HlxctlTest, ShowsTheUnit) {
   EXPECT_THAT(Ctl("").out,
               MatchesRegex("Service   hlx-simulator .process [0-9]+., answers\nPower     ACC on, (.|\n)*"));
 
+  EXPECT_THAT(Ctl("").out, HasSubstr(", Doors closed, "));
+  Emit("DoorStateChangeSignal 0x84");
+  EXPECT_THAT(Ctl("").out, HasSubstr(", Doors: Door, front left open, Hood open, "));
+
   const json expected = json::parse(R"json({"market": 2, "car_maker": "Vorn", "fuel_types": "unleaded, diesel",
       "engine_type": 0, "screen_pixels": "1280 x 720", "screen_physical": "154 x 87", "screen_depth": 32,
       "arm_version": "V1.2.3.4", "drive_type": 1, "project_name": null, "mcu_file_version": null})json");

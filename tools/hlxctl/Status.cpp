@@ -57,6 +57,23 @@ class Warnings {
   std::vector<std::string> texts_;
 };
 
+/// A byte of flags in words: "Doors closed", or "Doors: Trunk open".
+std::string FlagsOf(const catalog::Value& byte) {
+  std::string text;
+  std::string none;
+  for (const catalog::Value& flag : catalog::Values(byte.area)) {
+    const bool of_byte =
+        flag.IsBit() && flag.field.record == byte.field.record && flag.field.offset == byte.field.offset;
+    if (!of_byte) continue;
+    none = Bare(flag.reading, int64_t{0});
+    const catalog::Scalar now = ReadUnlessEmpty(flag).value_or(int64_t{0});
+    if (now != catalog::Scalar(int64_t{0})) {
+      text.append(text.empty() ? ": " : ", ").append(flag.label).append(" ") += Bare(flag.reading, now);
+    }
+  }
+  return byte.group + (text.empty() ? " " + none : text);
+}
+
 struct Service {
   std::string process;
   unsigned pid = 0;
@@ -108,7 +125,9 @@ int Status(const Request& request) {
       const catalog::Scalar scalar = warnings.Read(value);
       values[name] = ToJson(value.reading, scalar);
       if (!text.empty()) text += ", ";
-      text += std::string(value.label) + " " + ForPeople(value.reading, scalar);
+      text += value.reading.kind == catalog::Reading::Kind::kBits && !std::holds_alternative<std::monostate>(scalar)
+                  ? FlagsOf(value)
+                  : std::string(value.label) + " " + ForPeople(value.reading, scalar);
     }
     table.Row({{line.heading, Tone::kStrong}, text});
   }
