@@ -1,7 +1,8 @@
-# Debian's cross compiler for 32-bit ARM, with the libraries of Debian's armhf packages.
-set(CMAKE_SYSTEM_NAME Linux)
+# 32-bit ARM: needs the sysroot that "scripts/make-sysroot armhf build/sysroot/armhf" makes.
 set(CMAKE_SYSTEM_PROCESSOR arm)
-set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
-set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
-set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
-set(ENV{PKG_CONFIG_LIBDIR} /usr/lib/arm-linux-gnueabihf/pkgconfig:/usr/share/pkgconfig)
+set(hlx_architecture armhf)
+set(hlx_triplet arm-linux-gnueabihf)
+set(hlx_emulator qemu-arm)
+include(${CMAKE_CURRENT_LIST_DIR}/DebianCross.cmake)
+# Of a change of g++ 7 in passing arguments: all here is built with one compiler.
+set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)

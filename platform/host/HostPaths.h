@@ -16,7 +16,9 @@ inline std::string Environment(const char* name) {
 /// The state directory: HLX_HOST_STATE, else hlx below XDG_STATE_HOME.
 inline std::string StateDirectory() {
   const std::string named = Environment("HLX_HOST_STATE");
-  return named.empty() ? std::string(g_get_user_state_dir()) + "/hlx" : named;
+  if (!named.empty()) return named;
+  const std::string state = Environment("XDG_STATE_HOME");
+  return (state.empty() ? std::string(g_get_home_dir()) + "/.local/state" : state) + "/hlx";
 }
 
 /// The configuration file: HLX_HOST_CONFIG, else hlx/platform.conf below XDG_CONFIG_HOME.

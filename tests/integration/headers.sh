@@ -1,17 +1,20 @@
 #!/usr/bin/env bash
-# Every public header by itself: C++11 and C++17, both compilers, no warning, and no GLib on the include path. The
-# records' layout also as C99 and C17.
+# Every public header by itself, and all together: C++11 and C++17, both compilers, no warning, and no GLib on the include
+# path. The records' layout also as C99 and C17.
 set -euo pipefail
 source=$1 platform_include=$2
 strict=(-Wall -Wextra -Wpedantic -Werror -fsyntax-only)
-for header in "$source"/include/*.h "$source/data/HLXSystemRecords.h"; do
-  for compiler in g++ clang++; do
-    for standard in c++11 c++17; do
-      echo "#include <$(basename "$header")>" |
-        "$compiler" -std=$standard "${strict[@]}" -I"$source/include" -I"$source/data" -I"$platform_include" -x c++ -
-    done
-  done
+headers=("$source"/include/*.h "$source/data/HLXSystemRecords.h")
+compile() {  # COMPILER STANDARD HEADER…
+  printf '#include <%s>\n' "${@:3}" |
+    "$1" -std="$2" "${strict[@]}" -I"$source/include" -I"$source/data" -I"$platform_include" -x c++ -
+}
+for header in "${headers[@]##*/}"; do
+  compile g++ c++11 "$header"
+  compile clang++ c++17 "$header"
 done
+compile g++ c++17 "${headers[@]##*/}"
+compile clang++ c++11 "${headers[@]##*/}"
 
 for compiler in gcc clang; do
   for standard in c99 c17; do

@@ -52,10 +52,6 @@ zlog_category_t* zlog_get_category(const char* cname) {
   return category.get();
 }
 
-int zlog_level_enabled(zlog_category_t* category, int level) {
-  return g_log_writer_default_would_drop(NamesOf(level).glib, category->name.c_str()) ? 0 : 1;
-}
-
 void zlog(zlog_category_t* category, const char* file, size_t filelen, const char* func, size_t funclen, long line,
           int level, const char* format, ...) {
   char short_text[512];
@@ -79,9 +75,4 @@ void zlog(zlog_category_t* category, const char* file, size_t filelen, const cha
       {"CODE_LINE", line_text.c_str(), -1},
   };
   g_log_structured_array(names.glib, fields, G_N_ELEMENTS(fields));
-}
-
-void zlog_fini() {
-  const std::lock_guard<std::mutex> lock(TheCategories().mutex);
-  TheCategories().by_name.clear();
 }

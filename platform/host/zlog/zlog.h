@@ -22,16 +22,11 @@ enum {
 /* `confpath` is ignored: what is shown is GLib's decision (G_MESSAGES_DEBUG, or the application's log writer). 0. */
 int zlog_init(const char* confpath);
 
-/* The category of that name, made on first use; its name is GLib's log domain. Valid until zlog_fini(). */
+/* The category of that name, made on first use; its name is GLib's log domain. Valid for ever. */
 zlog_category_t* zlog_get_category(const char* cname);
-
-/* Whether a record at `level` would be shown by GLib's default writer. */
-int zlog_level_enabled(zlog_category_t* category, int level);
 
 void zlog(zlog_category_t* category, const char* file, size_t filelen, const char* func, size_t funclen, long line,
           int level, const char* format, ...) __attribute__((format(printf, 8, 9)));
-
-void zlog_fini(void);
 
 #ifdef __cplusplus
 }

@@ -1,0 +1,31 @@
+# hlx_use_zlog(TARGET): gives the platform, and all that see its headers, zlog: the library where HLX_ZLOG has it, else the
+# stand-in of the host platform, which has the same calls on GLib's structured logging. ZLOG_ROOT, a variable here or in the
+# environment, names the prefix of a zlog that is not in the usual places.
+set(HLX_ZLOG auto CACHE STRING "The zlog library: auto (where it is installed), on or off")
+set_property(CACHE HLX_ZLOG PROPERTY STRINGS auto on off)
+
+function(hlx_use_zlog target)
+  if(NOT HLX_ZLOG MATCHES "^(auto|on|off)$")
+    message(FATAL_ERROR "HLX_ZLOG=${HLX_ZLOG}: it is one of auto, on and off")
+  endif()
+  if(NOT HLX_ZLOG STREQUAL "off")
+    find_path(ZLOG_INCLUDE_DIR zlog.h HINTS ${ZLOG_ROOT} ENV ZLOG_ROOT PATH_SUFFIXES include)
+    find_library(ZLOG_LIBRARY zlog HINTS ${ZLOG_ROOT} ENV ZLOG_ROOT PATH_SUFFIXES lib)
+    mark_as_advanced(ZLOG_INCLUDE_DIR ZLOG_LIBRARY)
+    if(ZLOG_INCLUDE_DIR AND ZLOG_LIBRARY)
+      message(STATUS "zlog: ${ZLOG_LIBRARY}")
+      target_include_directories(hlx_platform_api SYSTEM INTERFACE ${ZLOG_INCLUDE_DIR})
+      target_link_libraries(${target} PUBLIC ${ZLOG_LIBRARY})
+      return()
+    endif()
+    if(HLX_ZLOG STREQUAL "on")
+      message(FATAL_ERROR "HLX_ZLOG=on, but there is no zlog.h with a libzlog here: install zlog, or name its prefix with "
+                          "-DZLOG_ROOT=PREFIX, or build with the stand-in, -DHLX_ZLOG=off")
+    endif()
+  endif()
+  message(STATUS "zlog: none, GLib's structured logging stands in")
+  set(stand_in ${PROJECT_SOURCE_DIR}/platform/host/zlog)
+  target_include_directories(hlx_platform_api INTERFACE ${stand_in})
+  target_sources(${target} PRIVATE ${stand_in}/zlog.cpp)
+  target_link_libraries(${target} PUBLIC PkgConfig::GIO)
+endfunction()
