@@ -10,7 +10,6 @@ constexpr Word kState[] = {{0, "off"}, {1, "running"}, {2, "acc-off"}, {3, "stan
 constexpr Word kTest[] = {{0, "idle"}, {1, "running"}, {2, "passed"}};
 constexpr Reading kText = Plain(Reading::Kind::kText);
 constexpr Reading kSwitch = Flag(words::kOnOff);
-constexpr int64_t kMost = std::numeric_limits<int32_t>::max();
 const Scalar kNone;
 
 }  // namespace
