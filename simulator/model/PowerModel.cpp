@@ -59,14 +59,14 @@ void PowerModel::SetTempMaxScreenLightLevel(bool isActive) {
   unit_.Keep(Own::kFullBrightness, int64_t{isActive});
   if (!isActive) {
     full_brightness_.Stop();
-    return unit_.Change(ScreenLevel(full_type_), level_before_);
+    return unit_.Write(ScreenLevel(full_type_), level_before_);
   }
   full_type_ = static_cast<unsigned char>(Load(unit_.power().cur_screen_light_type));
   level_before_ = Load(ScreenLevel(full_type_));
-  unit_.Change(ScreenLevel(full_type_), kFull);
+  unit_.Write(ScreenLevel(full_type_), kFull);
   full_brightness_.Start(kFullBrightnessTime, [this] {
     unit_.Keep(Own::kFullBrightness, int64_t{0});
-    unit_.Change(ScreenLevel(full_type_), level_before_);
+    unit_.Write(ScreenLevel(full_type_), level_before_);
   });
 }
 

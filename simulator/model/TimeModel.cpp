@@ -69,7 +69,7 @@ void TimeModel::Follow(const void* field) {
   if (field == &time._cur_zone) UseZone(Load(time._cur_zone));
   if (field == &time._cur_zone || field == &time.auto_adjust_dst_mode) {
     Publish();
-    unit_.Announce("OnDateInfoChangeSignal", kClockSet);
+    if (field == &time._cur_zone) unit_.Announce("OnDateInfoChangeSignal", kClockSet);
   }
 }
 
