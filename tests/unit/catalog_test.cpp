@@ -199,7 +199,7 @@ TEST_F(CatalogClients, GettersReadTheirFieldAndNoOther) {
       const auto same = [&value](const Scalar& scalar) {
         return value.reading.kind == Reading::Kind::kFlag ? Scalar(InWords(value.reading, scalar)) : scalar;
       };
-      const Scalar got = same(value.getter.get(clients_));
+      Scalar got = same(value.getter.get(clients_));
       EXPECT_EQ(same(ReadField(value, bytes_[value.field.record])), got);
       return got;
     };
