@@ -1,6 +1,9 @@
 #include "cli/ManualPage.h"
 
+#include <glib.h>
+
 #include <algorithm>
+#include <cstdio>
 #include <sstream>
 
 namespace cli {
@@ -10,23 +13,20 @@ namespace {
 /// Characters that roff would take for its own; what is not ASCII by its number.
 std::string Escaped(const std::string& text) {
   std::string escaped;
-  for (std::size_t i = 0; i < text.size(); ++i) {
-    const auto byte = static_cast<unsigned char>(text[i]);
-    if (byte == '\\') {
+  const char* const start = text.c_str();
+  for (const char* at = start; *at != '\0'; at = g_utf8_next_char(at)) {
+    const gunichar character = g_utf8_get_char(at);
+    if (character == '\\') {
       escaped += "\\e";
-    } else if (byte == '-') {
+    } else if (character == '-') {
       escaped += "\\-";
-    } else if ((byte == '.' || byte == '\'') && (i == 0 || text[i - 1] == '\n')) {
-      escaped.append("\\&") += text[i];
-    } else if (byte < 0x80) {
-      escaped += text[i];
+    } else if ((character == '.' || character == '\'') && (at == start || at[-1] == '\n')) {
+      escaped.append("\\&") += *at;
+    } else if (character < 0x80) {
+      escaped += *at;
     } else {
-      unsigned code = byte >= 0xF0 ? byte & 0x07U : byte >= 0xE0 ? byte & 0x0FU : byte & 0x1FU;
-      for (; i + 1 < text.size() && (static_cast<unsigned char>(text[i + 1]) & 0xC0U) == 0x80U; ++i) {
-        code = code << 6U | (static_cast<unsigned char>(text[i + 1]) & 0x3FU);
-      }
       char number[16];
-      std::snprintf(number, sizeof number, "\\[u%04X]", code);
+      std::snprintf(number, sizeof number, "\\[u%04X]", character);
       escaped += number;
     }
   }

@@ -84,6 +84,7 @@ void ChildStop::SetLifeline(int lifeline) {
 
 std::optional<std::string> FirstLineOf(const std::string& command, std::size_t limit, ChildStop* stop,
                                        std::chrono::milliseconds upper_time) {
+  if (stop != nullptr && stop->Requested()) return std::string();
   Shell::Pipe output;
   pid_t process = -1;
   std::string line;

@@ -32,10 +32,7 @@ struct Child {
 
 /// The pid; -1, with errno, when the program cannot be started.
 pid_t Start(const std::vector<std::string>& words, const Child& child) {
-  std::vector<char*> argv;
-  argv.reserve(words.size() + 1);
-  for (const std::string& word : words) argv.push_back(const_cast<char*>(word.c_str()));
-  argv.push_back(nullptr);
+  const std::vector<char*> argv = ArgumentsOf(words);
   int failed[2];
   if (pipe2(failed, O_CLOEXEC) != 0) return -1;
   const pid_t pid = fork();

@@ -62,16 +62,9 @@ std::vector<std::string> Surroundings(const RunOptions& options) {
 
 std::vector<std::string> CommandLine(const RunOptions& options, int channel) {
   std::vector<std::string> words = Surroundings(options);
-  const std::string self = OwnProgram();
-  for (const std::string& word : {self, std::string("inside"), std::string("--channel"), std::to_string(channel)}) {
-    words.push_back(word);
-  }
+  words.insert(words.end(), {OwnProgram(), "inside", "--channel", std::to_string(channel)});
   if (options.fresh) words.emplace_back("--fresh");
-  for (const auto& [name, value] : {std::pair("--log", options.log)}) {
-    if (value.empty()) continue;
-    words.emplace_back(name);
-    words.push_back(value);
-  }
+  if (!options.log.empty()) words.insert(words.end(), {"--log", options.log});
   words.emplace_back("--");
   words.insert(words.end(), options.command.begin(), options.command.end());
   return words;
@@ -79,10 +72,7 @@ std::vector<std::string> CommandLine(const RunOptions& options, int channel) {
 
 /// Nothing between here and the command reacts to the terminal's signals: the command does.
 pid_t Start(const std::vector<std::string>& words, int other_end) {
-  std::vector<char*> argv;
-  argv.reserve(words.size() + 1);
-  for (const std::string& word : words) argv.push_back(const_cast<char*>(word.c_str()));
-  argv.push_back(nullptr);
+  const std::vector<char*> argv = ArgumentsOf(words);
   const pid_t child = fork();
   if (child == -1) throw VerbError(kExitNoUnit, std::string("run: ") + std::strerror(errno));
   if (child != 0) return child;

@@ -2,6 +2,7 @@
 
 #include <cstdio>
 
+#include "cli/TimeStamp.h"
 #include "dbus/VariantBuilder.h"
 #include "simulator/cli/ControlClient.h"
 #include "simulator/control/Lists.h"
@@ -60,7 +61,7 @@ void PrintCall(GVariant* variant, bool json) {
   std::string text;
   const Json by_name = JsonOf(arguments);
   for (const auto& [name, value] : by_name.items()) text += (text.empty() ? "" : ", ") + name + "=" + value.dump();
-  std::printf("%s  %s(%s)  from %s\n", TimeStamp(time).substr(11, 12).c_str(), method, text.c_str(), sender);
+  std::printf("%s  %s(%s)  from %s\n", JsonTimeStamp(time).substr(11, 12).c_str(), method, text.c_str(), sender);
 }
 
 }  // namespace

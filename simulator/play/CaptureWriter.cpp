@@ -4,6 +4,7 @@
 #include <cstring>
 #include <stdexcept>
 
+#include "cli/TimeStamp.h"
 #include "platform/LibConfigs.h"
 #include "simulator/model/ValueNames.h"
 
@@ -29,7 +30,7 @@ CaptureWriter::CaptureWriter(Simulator& simulator, const std::string& directory)
   Unit& unit = simulator.unit();
   const Json head = {{"format", "hlx-capture"},
                      {"version", kFormatVersion},
-                     {"wall", TimeStamp(g_get_real_time())},
+                     {"wall", JsonTimeStamp()},
                      {"can_protocol", GetLibConfigs()->GetString("/system/using_can_protocol")},
                      {"values", Snapshot(unit)}};
   std::fputs(LineOf(head).c_str(), capture_.get());
@@ -55,14 +56,13 @@ CaptureWriter::File CaptureWriter::Open(const std::string& name) {
 }
 
 void CaptureWriter::Write(const Json& what) {
-  Json line = {{"t", static_cast<double>(g_get_monotonic_time() - start_) / G_USEC_PER_SEC},
-               {"wall", TimeStamp(g_get_real_time())}};
+  Json line = {{"t", static_cast<double>(g_get_monotonic_time() - start_) / G_USEC_PER_SEC}, {"wall", JsonTimeStamp()}};
   line.update(what);
   std::fputs(LineOf(line).c_str(), capture_.get());
 }
 
 Json JsonOf(const Call& call) {
-  return {{"wall", TimeStamp(call.time)},
+  return {{"wall", JsonTimeStamp(call.time)},
           {"call", call.method},
           {"args", JsonOf(call.arguments.get())},
           {"sender", call.sender}};

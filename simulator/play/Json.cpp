@@ -62,13 +62,4 @@ Json JsonOf(GVariant* value) {
   }
 }
 
-std::string TimeStamp(gint64 time) {
-  GDateTime* const second = g_date_time_new_from_unix_local(time / G_USEC_PER_SEC);
-  GDateTime* const moment = g_date_time_add(second, time % G_USEC_PER_SEC);
-  const GLibPtr<gchar> text(g_date_time_format(moment, "%Y-%m-%dT%H:%M:%S.%f%:z"));
-  g_date_time_unref(moment);
-  g_date_time_unref(second);
-  return text.get();
-}
-
 std::string LineOf(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n"; }

@@ -16,8 +16,5 @@ Json JsonOf(const catalog::Scalar& scalar);
 /// numbers.
 Json JsonOf(GVariant* value);
 
-/// "2026-01-31T23:59:59.123456+01:00" of microseconds since 1970.
-std::string TimeStamp(gint64 time);
-
 /// One line; what is no UTF-8 is replaced.
 std::string LineOf(const Json& json);

@@ -10,41 +10,22 @@ import pathlib
 import re
 import resource
 import socket
-import subprocess
 import sys
-import threading
 import unittest
 
 import websocket
 
-BUILD = pathlib.Path(sys.argv[1]).resolve()
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
-SIMULATOR = BUILD / "simulator/hlx-simulator"
-PANEL = BUILD / "tools/hlx-panel/hlx-panel"
-PATIENCE = 30
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from processes import PANEL, PATIENCE, SIMULATOR, ended, started, unit
+
 MOST_BROWSERS = 64
 LINES_KEPT = 1000
 EVENTS = LINES_KEPT + 200
 
 
-def started(command, line):
-    """The process, and the first line it prints that has `line` in it."""
-    process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
-    for text in process.stdout:
-        if line in text:
-            threading.Thread(target=process.stdout.read, daemon=True).start()  # a full pipe would stop it
-            return process, text
-    raise RuntimeError(f"{command[0]} never said {line!r}")
-
-
-def unit(*words):
-    return subprocess.run([str(SIMULATOR), *words], check=True, capture_output=True, text=True).stdout
-
-
 class Protocol(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        os.environ["HLX_HOST_CONFIG"] = str(SOURCE / "platform/host/platform.conf.sample")
         _, most = resource.getrlimit(resource.RLIMIT_NOFILE)
         resource.setrlimit(resource.RLIMIT_NOFILE, (most, most))
         cls.simulator, _ = started([SIMULATOR], "ready")
@@ -55,8 +36,7 @@ class Protocol(unittest.TestCase):
     @classmethod
     def tearDownClass(cls):
         for process in (cls.panel, cls.simulator):
-            process.terminate()
-            process.wait(PATIENCE)
+            ended(process)
 
     def tearDown(self):
         self.assertIsNone(self.panel.poll(), "the panel has ended")
@@ -137,7 +117,7 @@ class Protocol(unittest.TestCase):
                 ("confirm", '{"type":"command","area":"power","name":"shutdown","arguments":[]}'),
                 ("no verb 'None'", '{"type":"unit","verb":"None","arguments":[]}'), ("2 words", '{"type":"unit","verb":"Set","arguments":["a"]}'),
                 ("misc.car_sped", '{"type":"unit","verb":"Set","arguments":["misc.car_sped","1"]}'),
-                ("speed", '{"type":"unit","verb":"Play","arguments":["x","fast","false"]}')):
+                ("no fault 'explode'", '{"type":"unit","verb":"Fault","arguments":["SetLogo","explode"]}')):
             answer = self.asked(connection, text)
             self.assertFalse(answer["ok"], text)
             self.assertIn(wrong, answer["error"], text)
@@ -159,13 +139,13 @@ class Protocol(unittest.TestCase):
         connection.close()
 
     def test_a_thousand_connections(self):
-        idle = [socket.create_connection(("127.0.0.1", int(self.port))) for _ in range(1000)]
+        idle = []
+        for _ in range(100):  # in portions: what the queue of connections does not hold, the kernel tries a second later
+            idle += [socket.create_connection(("127.0.0.1", int(self.port))) for _ in range(10)]
+            self.get("/")
         browsers = [self.browser() for _ in range(MOST_BROWSERS)]
-        with self.assertRaises(AssertionError):  # closed instead of greeted
-            try:
-                self.browser()
-            except (json.JSONDecodeError, websocket.WebSocketConnectionClosedException) as problem:
-                raise AssertionError(str(problem)) from problem
+        with self.assertRaises((json.JSONDecodeError, websocket.WebSocketException)):  # closed instead of greeted
+            self.browser()
         for connection in idle + browsers:
             connection.close()
 

@@ -4,26 +4,20 @@
 Usage: panel_test.py BUILD_DIRECTORY [SCREENSHOT_DIRECTORY]
 """
 import json
-import os
 import pathlib
 import re
-import subprocess
 import sys
-import threading
 import time
 import unittest
 
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
-from selenium.webdriver.support.select import Select
 
-BUILD = pathlib.Path(sys.argv[1]).resolve()
+sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
+from processes import BUILD, PANEL, PATIENCE, SIMULATOR, ended, started, unit
+
 PICTURES = pathlib.Path(sys.argv[2]).resolve() if len(sys.argv) > 2 else BUILD / "panel-pictures"
-SOURCE = pathlib.Path(__file__).resolve().parents[2]
-SIMULATOR = BUILD / "simulator/hlx-simulator"
-PANEL = BUILD / "tools/hlx-panel/hlx-panel"
-PATIENCE = 15
 
 # What a screen reader cannot name, and texts with less contrast than 4.5 to 1 against what lies behind them.
 ACCESSIBILITY = """
@@ -56,25 +50,6 @@ ACCESSIBILITY = """
 """
 
 
-def started(command, line):
-    """The process, and the first line it prints that has `line` in it."""
-    process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
-    for text in process.stdout:
-        if line in text:
-            threading.Thread(target=process.stdout.read, daemon=True).start()  # a full pipe would stop it
-            return process, text
-    raise RuntimeError(f"{command[0]} never said {line!r}")
-
-
-def ended(process):
-    process.terminate()
-    process.wait(PATIENCE)
-
-
-def unit(*words):
-    subprocess.run([str(SIMULATOR), *map(str, words)], check=True, stdout=subprocess.DEVNULL)
-
-
 def browser():
     options = webdriver.ChromeOptions()
     options.binary_location = "/usr/bin/chromium"
@@ -89,7 +64,6 @@ def browser():
 class Panel(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
-        os.environ["HLX_HOST_CONFIG"] = str(SOURCE / "platform/host/platform.conf.sample")
         PICTURES.mkdir(exist_ok=True)
         cls.simulator, _ = started([SIMULATOR], "ready")
         cls.panel, line = started([PANEL], "open")

@@ -32,6 +32,11 @@ class FakeConfigs : public LibConfigs {
     return text == "1" || text == "true";
   }
   std::string GetString(const std::string& key) override {
+    const auto during = [] {
+      const Lock lock(mutex);
+      return fake::Get().during_look_up;
+    }();
+    if (during) during();
     const Lock lock(mutex);
     fake::Get().config_reads.push_back(key);
     const auto entry = fake::Get().config.find(key);

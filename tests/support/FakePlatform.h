@@ -29,6 +29,7 @@ struct PersistWrite {
 struct Platform {
   std::map<std::string, std::string> config;   ///< by key; "1" or "true" is true; a missing key is "", 0 and false
   std::vector<std::string> config_reads;       ///< keys in the order of the look-ups
+  std::function<void()> during_look_up;        ///< runs with every look-up, without a lock
   std::map<std::pair<int, int>, int> persist;  ///< saved settings by module and id; an absent one reads as 6
   int persist_read_result = 0;                 ///< non-zero: every read writes rubbish and fails with it
   int persist_write_result = 0;                ///< non-zero: every write fails with it

@@ -88,6 +88,20 @@ TEST_F(Connection, AServiceThatComesAndGoes) {
   EXPECT_EQ(news.heard, "+-+-+");
 }
 
+TEST_F(Connection, WhoIsRemovedInACallbackIsToldNothingMore) {
+  News both[2];
+  for (News& each : both) {
+    HLX_AddConnectionListener(&each);
+    each.during = [&both] {
+      for (News& listener : both) HLX_RemoveConnectionListener(&listener);
+    };
+  }
+  HLX_StartSystemProxy();
+  TestService service;
+  ASSERT_TRUE(RunUntil([] { return HLX_IsServiceConnected(); }));
+  EXPECT_EQ(both[0].heard + both[1].heard, "+");
+}
+
 TEST_F(Connection, ARemovalAndAReleaseWaitForACallbackOnAnotherThread) {
   HLX_AddConnectionListener(&news);
   std::promise<void> called;

@@ -152,6 +152,14 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
          if (Begins(command, kUnzip)) u.search->Withdraw();
          return Exec(command);
        }},
+      {"removal during the comparison",
+       nothing,
+       {},
+       "ERROR verify update availability fail.",
+       [](Unit& u, const std::string& command) {
+         if (Begins(command, kUnzip)) fake::Get().during_look_up = [&u] { u.search->Withdraw(); };
+         return Exec(command);
+       }},
       {"no clean-up",
        nothing,
        {1},

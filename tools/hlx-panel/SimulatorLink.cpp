@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "cli/TimeStamp.h"
 #include "dbus/VariantBuilder.h"
-#include "tools/common/TimeStamp.h"
 
 namespace {
 
@@ -27,13 +27,6 @@ GVariant* Boxed(Words::const_iterator first, Words::const_iterator last) {
   return builder.End();
 }
 
-double Speed(const std::string& text) {
-  char* end = nullptr;
-  const double speed = g_ascii_strtod(text.c_str(), &end);
-  if (text.empty() || *end != '\0' || !(speed >= 0)) throw std::invalid_argument("speed: '" + text + "' is no speed");
-  return speed;
-}
-
 GVariant* OneWord(const Words& words) { return g_variant_new("(s)", words[0].c_str()); }
 GVariant* Nothing(const Words& /*words*/) { return nullptr; }
 
@@ -51,12 +44,9 @@ constexpr Verb kVerbs[] = {
      [](const Words& words) {
        return g_variant_new("(s@av)", words[0].c_str(), Boxed(words.begin() + 1, words.end()));
      }},
-    {"Play", 2, [](const Words& words) { return g_variant_new("(sdb)", words[0].c_str(), Speed(words[1]), FALSE); }},
-    {"Stop", 0, Nothing},
     {"Fault", 1, [](const Words& words) { return g_variant_new("(@asu)", Strings(words), 0U); }},
     {"ClearFaults", 0, Nothing},
     {"Reboot", 1, OneWord},
-    {"Stick", 1, OneWord},
 };
 
 /// A variant as JSON; what has no counterpart as text.
@@ -176,10 +166,6 @@ void SimulatorLink::Hear(const char* signal, GVariant* arguments) {
     g_variant_get(arguments, "(&sv)", &name, &value);
     const GLibPtr<GVariant> owned(value);
     if (g_str_has_prefix(name, kInbox) != FALSE) inbox_[name] = ToJson(value);
-    Changed();
-  } else if (std::strcmp(signal, "Played") == 0 &&
-             g_variant_is_of_type(arguments, G_VARIANT_TYPE("(a{sv})")) != FALSE) {
-    played_ = DictToJson(GLibPtr<GVariant>(g_variant_get_child_value(arguments, 0)).get());
     Changed();
   }
 }

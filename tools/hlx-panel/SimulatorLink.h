@@ -21,12 +21,11 @@ class SimulatorLink {
   SimulatorLink& operator=(const SimulatorLink&) = delete;
   ~SimulatorLink();
 
-  /// What the unit offers by kind, {"scenario":[["name","help"],…],…}; null while there is none.
+  /// What the unit offers by kind, {"fault":[["form","help"],…],…}; null while there is none.
   const Json& Offers() const { return offers_; }
   /// What applications have sent and no record keeps, by name.
   const Json& Inbox() const { return inbox_; }
-  const Json& Played() const { return played_; }
-  /// Grows with every change of the three.
+  /// Grows with every change of the two.
   std::uint64_t Revision() const { return revision_; }
   const UnitState::Lines& CallLines() const { return calls_; }
 
@@ -45,7 +44,6 @@ class SimulatorLink {
   std::function<void()> changed_;
   Json offers_;
   Json inbox_ = Json::object();
-  Json played_;
   std::uint64_t revision_ = 1;
   UnitState::Lines calls_;
   GLibPtr<GCancellable> cancel_{g_cancellable_new()};

@@ -4,9 +4,9 @@
 #include <utility>
 
 #include "catalog/EveryEvent.h"
+#include "cli/TimeStamp.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Records.h"
-#include "tools/common/TimeStamp.h"
 #include "tools/common/Values.h"
 
 namespace {

@@ -7,12 +7,12 @@
 #include <map>
 #include <nlohmann/json.hpp>
 
+#include "cli/TimeStamp.h"
 #include "platform/LibConfigs.h"
 #include "tools/common/Bus.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Loop.h"
 #include "tools/common/Records.h"
-#include "tools/common/TimeStamp.h"
 #include "tools/common/Values.h"
 #include "tools/common/Wire.h"
 #include "tools/hlxctl/CallMonitor.h"

@@ -3,9 +3,9 @@
 #include <nlohmann/json.hpp>
 
 #include "catalog/EveryEvent.h"
+#include "cli/TimeStamp.h"
 #include "tools/common/ExitCode.h"
 #include "tools/common/Loop.h"
-#include "tools/common/TimeStamp.h"
 #include "tools/common/Values.h"
 
 int Follow(Loop& loop, const Request& request, const std::function<unsigned()>& count, const char* what) {

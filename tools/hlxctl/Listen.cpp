@@ -1,10 +1,10 @@
 #include <nlohmann/json.hpp>
 
+#include "cli/TimeStamp.h"
 #include "dbus_system.h"
 #include "tools/common/Bus.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Loop.h"
-#include "tools/common/TimeStamp.h"
 #include "tools/common/Wire.h"
 #include "tools/hlxctl/EventLog.h"
 #include "tools/hlxctl/Verbs.h"

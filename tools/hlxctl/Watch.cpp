@@ -6,12 +6,12 @@
 #include <mutex>
 
 #include "catalog/EveryEvent.h"
+#include "cli/TimeStamp.h"
 #include "tools/common/Bus.h"
 #include "tools/common/Events.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Loop.h"
 #include "tools/common/Records.h"
-#include "tools/common/TimeStamp.h"
 #include "tools/common/Values.h"
 #include "tools/hlxctl/EventLog.h"
 #include "tools/hlxctl/Verbs.h"

@@ -1,4 +1,4 @@
-#include "tools/common/TimeStamp.h"
+#include "cli/TimeStamp.h"
 
 #include <glib.h>
 
@@ -7,12 +7,9 @@
 namespace {
 
 std::string Format(std::int64_t microseconds, const char* form) {
-  GDateTime* const second = g_date_time_new_from_unix_local(microseconds / G_USEC_PER_SEC);
-  GDateTime* const moment = g_date_time_add(second, microseconds % G_USEC_PER_SEC);
-  const GLibPtr<gchar> text(g_date_time_format(moment, form));
-  g_date_time_unref(moment);
-  g_date_time_unref(second);
-  return text.get();
+  const GLibPtr<GDateTime> second(g_date_time_new_from_unix_local(microseconds / G_USEC_PER_SEC));
+  const GLibPtr<GDateTime> moment(g_date_time_add(second.get(), microseconds % G_USEC_PER_SEC));
+  return GLibPtr<gchar>(g_date_time_format(moment.get(), form)).get();
 }
 
 }  // namespace

@@ -1,0 +1,34 @@
+"""The programs that the panel's tests run."""
+import os
+import pathlib
+import subprocess
+import sys
+import threading
+
+BUILD = pathlib.Path(sys.argv[1]).resolve()
+SOURCE = pathlib.Path(__file__).resolve().parents[2]
+SIMULATOR = BUILD / "simulator/hlx-simulator"
+PANEL = BUILD / "tools/hlx-panel/hlx-panel"
+PATIENCE = 30  # seconds
+
+os.environ["HLX_HOST_CONFIG"] = str(SOURCE / "platform/host/platform.conf.sample")
+
+
+def started(command, line):
+    """The process, and the first line it prints that has `line` in it."""
+    process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
+    for text in process.stdout:
+        if line in text:
+            threading.Thread(target=process.stdout.read, daemon=True).start()  # a full pipe would stop it
+            return process, text
+    raise RuntimeError(f"{command[0]} never said {line!r}")
+
+
+def ended(process):
+    process.terminate()
+    process.wait(PATIENCE)
+
+
+def unit(*words):
+    """What a verb of the simulator prints."""
+    return subprocess.run([str(SIMULATOR), *map(str, words)], check=True, capture_output=True, text=True).stdout
