@@ -14,7 +14,7 @@ namespace {
 std::string Escaped(const std::string& text) {
   std::string escaped;
   const char* const start = text.c_str();
-  for (const char* at = start; *at != '\0'; at = g_utf8_next_char(at)) {
+  for (const char* at = start; *at != '\0'; at = g_utf8_find_next_char(at, nullptr)) {
     const gunichar character = g_utf8_get_char(at);
     if (character == '\\') {
       escaped += "\\e";

@@ -15,7 +15,7 @@ inline std::string Environment(const char* name) {
 
 /// The state directory: HLX_HOST_STATE, else hlx below XDG_STATE_HOME.
 inline std::string StateDirectory() {
-  const std::string named = Environment("HLX_HOST_STATE");
+  std::string named = Environment("HLX_HOST_STATE");
   if (!named.empty()) return named;
   const std::string state = Environment("XDG_STATE_HOME");
   return (state.empty() ? std::string(g_get_home_dir()) + "/.local/state" : state) + "/hlx";
@@ -23,7 +23,7 @@ inline std::string StateDirectory() {
 
 /// The configuration file: HLX_HOST_CONFIG, else hlx/platform.conf below XDG_CONFIG_HOME.
 inline std::string ConfigFile() {
-  const std::string named = Environment("HLX_HOST_CONFIG");
+  std::string named = Environment("HLX_HOST_CONFIG");
   return named.empty() ? std::string(g_get_user_config_dir()) + "/hlx/platform.conf" : named;
 }
 

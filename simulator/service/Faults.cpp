@@ -41,15 +41,15 @@ constexpr FaultForm kForms[] = {
 };
 
 constexpr struct {
+  const char* word;  ///< first on the line; empty: the name of the method is
   On on;
-  const char* word;   ///< first on the line; empty: the name of the method is
   bool has_name;      ///< that follows
   bool may_be_every;  ///< without a name, every one is meant
-} kTargets[] = {{On::kCall, "", true, false},
-                {On::kSignal, "signal", true, false},
-                {On::kService, "service", false, false},
-                {On::kRecord, "record", true, false},
-                {On::kSegment, "segment", true, true}};
+} kTargets[] = {{"", On::kCall, true, false},
+                {"signal", On::kSignal, true, false},
+                {"service", On::kService, false, false},
+                {"record", On::kRecord, true, false},
+                {"segment", On::kSegment, true, true}};
 
 const auto& TargetOf(On on) { return kTargets[static_cast<std::size_t>(on)]; }
 

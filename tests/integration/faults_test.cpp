@@ -51,7 +51,7 @@ class Application : public HLXPowerListenerBase, public IHLXConnectionListener {
 };
 
 class Faults : public testing::Test {
- protected:
+ public:
   Faults() : simulator_({kSimulator, "--fresh", "--quiet"}) {
     EXPECT_TRUE(simulator_.WaitForLine("ready", Process::Seconds(60))) << simulator_.Err();
     HLX_SetCallTimeout(1000);

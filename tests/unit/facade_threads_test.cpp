@@ -240,7 +240,7 @@ TEST_F(Facade, AReleaseInsideACallbackDoesNothing) {
 /// Ends the process by asking for a client whose segment cannot be had, in a callback or not. An exit handler does what
 /// static destructors may do, and waits for a thread that releases meanwhile.
 void EndWithoutASegment(bool in_callback) {
-  shmget(static_cast<key_t>(HLXSystemData::SHM_MISC_DATA_KEY_ID), 1, IPC_CREAT | 0600);
+  EXPECT_NE(shmget(static_cast<key_t>(HLXSystemData::SHM_MISC_DATA_KEY_ID), 1, IPC_CREAT | 0600), -1);
   static std::thread releases;
   std::atexit([] { std::fputs("to the end", stderr); });
   std::atexit([] {

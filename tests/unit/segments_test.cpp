@@ -30,21 +30,21 @@ void Make() {
 
 const struct Holder {
   const char* name;  ///< in the log
-  unsigned int key;
   size_t size;
+  unsigned int key;
   unsigned int mode;
   const char* fatal;
   void (*make)();
 } kHolders[] = {
-    {"power_client", 0xA8800081, 92, 0444, "[system-client]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
+    {"power_client", 92, 0xA8800081, 0444, "[system-client]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
      Make<HLXPowerClient>},
-    {"misc_client", 0xA8800082, 232, 0444, "[system-client]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!",
+    {"misc_client", 232, 0xA8800082, 0444, "[system-client]CreateDataShm->SHM_MISC_DATA_KEY_ID fail.Exit!!",
      Make<HLXMiscClient>},
-    {"time_client", 0xA8800083, 10552, 0444, "[system-client]CreateDataShm->SHM_TIME_DATA_KEY_ID fail.Exit!!",
+    {"time_client", 10552, 0xA8800083, 0444, "[system-client]CreateDataShm->SHM_TIME_DATA_KEY_ID fail.Exit!!",
      Make<HLXTimeClient>},
-    {"info-client", 0xA8800082, 232, 0666, "[system-server]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
+    {"info-client", 232, 0xA8800082, 0666, "[system-server]CreateDataShm->SHM_POWER_DATA_KEY_ID fail.Exit!!",
      [] { const HLXMiscClientShm holder; }},
-    {"ext_mcu_service", 0xA8800084, sizeof(HLXSystemData::InfoShmData), 0666,
+    {"ext_mcu_service", sizeof(HLXSystemData::InfoShmData), 0xA8800084, 0666,
      "[system-server]CreateDataShm->SHM_INFO_DATA_KEY_ID fail.Exit!!", [] { const HLXInfoClientShm holder; }},
 };
 

@@ -134,7 +134,7 @@ TEST_F(SimulatedUnit, SignalsWriteTheirFieldsAndNoOtherBeforeTheyGoOut) {
 TEST_F(SimulatedUnit, ValuesAreSetSavedAndAnnounced) {
   int settable = 0;
   for (const NamedValue& named : HeldValues()) {
-    if (!named.IsSettable() || named.own != nullptr) continue;
+    if (!named.IsSettable() || named.value == nullptr) continue;
     SCOPED_TRACE(named.name());
     ++settable;
     const Value& value = *named.value;

@@ -8,7 +8,7 @@
 
 namespace {
 
-constexpr guint64 kLongestMessage = 64 * 1024;  // from a browser
+constexpr guint64 kLongestMessage = guint64{64} * 1024;  // from a browser
 constexpr char kResources[] = "/hlx-panel";
 constexpr char kSocketPath[] = "/ws";
 

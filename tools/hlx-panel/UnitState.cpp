@@ -60,7 +60,9 @@ UnitState::UnitState(const Bus& bus, std::function<void()> changed, Heard heard)
   Look();
 }
 
-UnitState::~UnitState() { Watch(false); }
+UnitState::~UnitState() {
+  if (timer_ != 0) g_source_remove(timer_);
+}
 
 void UnitState::Watch(bool somebody) {
   if (somebody == (timer_ != 0)) return;
