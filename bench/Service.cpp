@@ -51,11 +51,7 @@ int main() {
   g_dbus_connection_register_object(bus.get(), bench::kServicePath, node->interfaces[0], &table, nullptr, nullptr,
                                     nullptr);
   g_bus_own_name_on_connection(
-      bus.get(), bench::kServiceName, G_BUS_NAME_OWNER_FLAGS_DO_NOT_QUEUE,
-      [](GDBusConnection*, const gchar*, gpointer) {
-        std::puts("ready");
-        std::fflush(stdout);
-      },
+      bus.get(), bench::kServiceName, G_BUS_NAME_OWNER_FLAGS_DO_NOT_QUEUE, nullptr,
       [](GDBusConnection*, const gchar*, gpointer) { bench::Fail("cannot own the name"); }, nullptr, nullptr);
   g_main_loop_run(g_main_loop_new(nullptr, FALSE));
 }

@@ -14,6 +14,7 @@ import re
 import subprocess
 import sys
 import tempfile
+import time
 
 TOOLS_UNIT = "com.vorn.linux.systemservice"
 
@@ -41,27 +42,32 @@ class Bench:
     # -- subjects on the bus -------------------------------------------------------------------------------------------
 
     @contextlib.contextmanager
-    def service(self):
-        with subprocess.Popen([self.program("service")], stdout=subprocess.PIPE, text=True) as service:
-            if service.stdout.readline() != "ready\n":
-                sys.exit("bench: the service does not come up")
+    def service(self, program=None):
+        """The one that takes each command at once and emits what it is asked for, or `program`."""
+        quiet = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        with subprocess.Popen([program or self.program("service")], **quiet) as service:
+            lines_of(["gdbus", "wait", "--session", "--timeout", "10", TOOLS_UNIT])
             try:
                 yield
             finally:
                 service.terminate()
 
-    def subjects(self, first):
-        """In turns: nobody always goes first."""
-        order = [("bare", "bare"), ("bare again", "bare"), ("library", "library")]
+    @staticmethod
+    def in_turns(first, bare, measured):
+        """Nobody always goes first."""
+        order = [("bare", bare), ("bare again", bare), ("library", measured)]
         first %= len(order)
         return order[first:] + order[:first]
 
-    def run_subjects(self, round_, *arguments, repeat=1):
+    def run_subjects(self, round_, *arguments, library="library", note="", repeat=1):
         for turn in range(repeat):
-            for label, program in self.subjects(round_ + turn):
-                for line in lines_of([self.launch, self.program(program), *map(str, arguments)]):
-                    row, _, metric, value = line.split("\t")
-                    put(row, label, metric, value)
+            for label, program in self.in_turns(round_ + turn, "bare", library):
+                self.run_subject(label, program, *arguments, note=note)
+
+    def run_subject(self, label, program, *arguments, note=""):
+        for line in lines_of([self.launch, self.program(program), *map(str, arguments)]):
+            row, _, metric, value = line.split("\t")
+            put(row + note, label, metric, value)
 
     def bus(self):
         for round_ in range(self.options.rounds):
@@ -69,8 +75,9 @@ class Bench:
             self.run_subjects(round_, "call", self.options.calls)
             self.run_subjects(round_, "burst", self.options.signals)
             self.run_subjects(round_, "paced", self.options.paced)
-            self.run_subjects(round_, "start", repeat=self.options.starts)
-            self.run_subjects(round_, "start-client", repeat=self.options.starts)
+            for what in ("start", "start-client"):
+                self.run_subjects(round_, what, library="library_alone", repeat=self.options.starts)
+                self.run_subjects(round_, what, note=", host platform", repeat=self.options.starts)
 
     def clients(self):
         """The same signals to ever more processes: what does one of them pay?"""
@@ -102,6 +109,33 @@ class Bench:
                 for process in (*browsers, panel):
                     process.terminate()
                     process.wait()
+
+    def tools(self):
+        """hlxctl beside busctl, and the simulator as a service beside the one that only answers."""
+        simulator = self.build / "simulator/hlx-simulator"
+        for round_ in range(self.options.rounds):
+            for label, service in self.in_turns(round_, None, simulator):
+                with self.service(service):
+                    self.run_subject(label, "bare", "call", self.options.calls, note=", simulator")
+            with self.service(simulator):
+                self.verbs(round_)
+
+    def verbs(self, round_):
+        hlxctl = self.build / "tools/hlxctl/hlxctl"
+        busctl = ["busctl", "--address", os.environ["DBUS_SESSION_BUS_ADDRESS"], "get-property", "org.freedesktop.DBus",
+                  "/org/freedesktop/DBus", "org.freedesktop.DBus", "Features"]
+        verbs = {"get": ["get", "power.screen"], "status": ["status"], "power": ["power"], "names": ["names", "speed"],
+                 "set": ["power", "set", "screen", "on"]}
+        for name, arguments in verbs.items():
+            for turn in range(self.options.starts):
+                for label, command in self.in_turns(round_ + turn, busctl, [hlxctl, *arguments]):
+                    put(f"hlxctl {name}", label, "ms", self.milliseconds(command))
+
+    @staticmethod
+    def milliseconds(command):
+        start = time.monotonic()
+        lines_of(command)
+        return (time.monotonic() - start) * 1000
 
     @staticmethod
     def cpu_seconds(pid):
@@ -162,7 +196,7 @@ class Bench:
             put("largest symbols", name.replace("\t", " "), "bytes", int(size, 16))
 
     def linker(self):
-        for label, program in self.subjects(0):
+        for label, program in self.in_turns(0, "bare", "library"):
             trace = subprocess.run([self.program(program)], env={"LD_DEBUG": "statistics"}, stdout=subprocess.DEVNULL,
                                    stderr=subprocess.PIPE, text=True).stderr
             put("dynamic linker", label, "relocations",
@@ -178,7 +212,7 @@ def main():
     parser.add_argument("--paced", type=int, default=2000, help="signals at 1,000 a second")
     parser.add_argument("--starts", type=int, default=5, help="in each round")
     parser.add_argument("--only", nargs="+", default=[], metavar="GROUP",
-                        choices=["bus", "clients", "micro", "construction", "size", "panel"])
+                        choices=["bus", "clients", "micro", "construction", "size", "tools", "panel"])
     options = parser.parse_args()
     bench = Bench(options.build.resolve(), options)
     groups = collections.OrderedDict(
@@ -187,6 +221,7 @@ def main():
         construction=[bench.construction],
         bus=[bench.bus],
         clients=[bench.clients],
+        tools=[bench.tools],
         panel=[bench.panel])
     for name, steps in groups.items():
         if options.only and name not in options.only:

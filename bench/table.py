@@ -14,10 +14,11 @@ import sys
 # What a row may cost at the most, as a ratio to the bare subject.
 BOUNDS = [
     (r"command", r"p50_us|cpu_us", 1.02),
+    (r"hlxctl get", r"ms", 1),
     (r"signal, .*", r"cpu_us", 1.02),
     (r"getter, .*", r"ns", 1.1),
     (r"fan-out, .*", r"ns", 1.1),
-    (r"start.*", r".*", 1.03),
+    (r"start(, with power client)?", r".*", 1.03),
 ]
 
 

@@ -114,6 +114,8 @@ class Protocol(unittest.TestCase):
                 ('"arguments" must be texts', '{"type":"command","area":"power","name":"screen","arguments":[1]}'),
                 ("maybe", '{"type":"command","area":"power","name":"screen","arguments":["maybe"]}'),
                 ("256", '{"type":"command","area":"power","name":"brightness","arguments":["day","256"]}'),
+                ("send: 'off' needs the library's client",
+                 '{"type":"command","area":"time","name":"gps","arguments":["2025-01-01","00:00:01","off"]}'),
                 ("confirm", '{"type":"command","area":"power","name":"shutdown","arguments":[]}'),
                 ("no verb 'None'", '{"type":"unit","verb":"None","arguments":[]}'), ("2 words", '{"type":"unit","verb":"Set","arguments":["a"]}'),
                 ("misc.car_sped", '{"type":"unit","verb":"Set","arguments":["misc.car_sped","1"]}'),
@@ -121,7 +123,8 @@ class Protocol(unittest.TestCase):
             answer = self.asked(connection, text)
             self.assertFalse(answer["ok"], text)
             self.assertIn(wrong, answer["error"], text)
-        self.assertTrue(self.asked(connection, '{"type":"command","id":5,"area":"misc","name":"source","arguments":["3"]}')["ok"])
+        for arguments in ('"misc","name":"source","arguments":["3"]', '"time","name":"gps","arguments":["2025-01-01","00:00:01","on"]'):
+            self.assertTrue(self.asked(connection, '{"type":"command","id":5,"area":' + arguments + "}")["ok"])
         connection.close()
 
     def test_frames_that_are_too_long_or_no_text_end_that_browser_only(self):
