@@ -53,8 +53,11 @@ TEST(FalseStarts, LeaveNoMemoryBehind) {
   const auto before = static_cast<double>(mallinfo2().uordblks);
   StartInVain(times);
   const double grown = static_cast<double>(mallinfo2().uordblks) - before;
-  std::printf("%d false starts: %.0f bytes held; 1000 signals: %.0f ms before, %.0f ms after\n", times, grown,
-              cost_before, CostOfSignals());
+  const double cost_after = CostOfSignals();
+  std::printf("| false starts | %d |  |\n| false starts: more bytes held | %.0f | less than %.0f |\n", times, grown,
+              times * kAllowedBytes);
+  std::printf("| CPU ms for 1,000 signals before them | %.0f |  |\n| and after them | %.0f |  |\n", cost_before,
+              cost_after);
   EXPECT_LT(grown, times * kAllowedBytes);
   HLX_ReleaseSystemProxy();
 }

@@ -132,7 +132,7 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
        {4, 1},
        "INFO AnalysisSoftwareFile,session:2"},
       {"pulled out", [](Unit&) { Shell("rm -r /media/usbstorage0"); }, {}, "ERROR Exec command fail:" + kUnzip},
-      {"released", [](Unit& u) { u.search->Report(), u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
+      {"released", [](Unit& u) { u.Release(); }, {}, "ERROR upgrade file md5 verify fail..."},
       {"read-only disk", [](Unit&) { Shell("chmod 555 /data"); }, {}, "ERROR Exec command fail:mkdir /data/update/"},
       {"full disk",
        nothing,
