@@ -21,6 +21,7 @@ struct GLibDeleter {
   void operator()(GMainContext* context) const { g_main_context_unref(context); }
   void operator()(GMainLoop* loop) const { g_main_loop_unref(loop); }
   void operator()(GSocketAddress* address) const { g_object_unref(address); }
+  void operator()(GSubprocess* process) const { g_object_unref(process); }
   void operator()(GTimeZone* zone) const { g_time_zone_unref(zone); }
   void operator()(GVariant* variant) const { g_variant_unref(variant); }
 };

@@ -22,5 +22,12 @@ std::string OwnProgram() {
   return size <= 0 ? "hlx-simulator" : std::string(program, static_cast<std::size_t>(size));
 }
 
+bool IsInSandbox() {
+  char target[sizeof "hlx-sandbox"];
+  const ssize_t size = readlink("/media/.hlx-sandbox", target, sizeof target);
+  return size > 0 && std::string(target, static_cast<std::size_t>(size)) == "hlx-sandbox";
+}
+
 std::string InstalledFile(const std::string& name) { return Found(HLX_DATA_FROM_BIN, name); }
 std::string InstalledProgram(const std::string& name) { return Found(HLX_LIBEXEC_FROM_BIN, name); }
+std::string SiblingProgram(const std::string& name) { return Found(".", name); }

@@ -1,4 +1,4 @@
-/// What was installed with this program, found from where the program itself is.
+/// What was installed with this program, found from where the program itself is; and what is around it.
 #pragma once
 
 #include <string>
@@ -11,3 +11,9 @@ std::string OwnProgram();
 
 /// A program that belongs to this one; empty when it is not there.
 std::string InstalledProgram(const std::string& name);
+
+/// A program for users, beside this one; empty when it is not there.
+std::string SiblingProgram(const std::string& name);
+
+/// /media, /data and /app are scratch: scripts/sandbox made them, and leaves a mark in /media, which it alone makes.
+bool IsInSandbox();

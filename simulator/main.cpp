@@ -42,6 +42,7 @@ struct CommandLine {
   CallsOptions calls;
   std::string reboot = "acc";
   Words fault;
+  Words stick;
   unsigned int fault_times = 0;
   RunOptions run;
   Words typed;
@@ -72,7 +73,7 @@ struct CommandLine {
     verb->add_flag("--json", get.json, "As one JSON object");
 
     verb = app.add_subcommand("list", "List what there is and what it takes");
-    verb->add_option("kind", list_kind, "values, signals, methods or faults; all without it");
+    verb->add_option("kind", list_kind, "values, signals, methods, faults or sticks; all without it");
     verb->add_flag("--markdown", list_markdown)->group("");  // for the documents
 
     verb = app.add_subcommand("calls", "Print the calls of applications, or wait for one");
@@ -90,6 +91,9 @@ struct CommandLine {
     verb->add_flag_callback(
         "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
     AddFault();
+    verb = app.add_subcommand("stick", "Insert an update stick, or take it out: insert DIRECTORY | KIND; remove");
+    verb->add_option("words", stick, "What it holds: a directory, or a kind of list sticks; only inside run")
+        ->required();
     AddRun();
     app.add_subcommand("complete")->group("")->add_option("word", typed);
     app.add_subcommand("manual")->group("");
@@ -161,6 +165,7 @@ struct CommandLine {
       return CallsVerb(calls);
     }
     if (Is("fault")) return FaultVerb(fault, fault_times);
+    if (Is("stick")) return StickVerb(stick);
     if (Is("reboot")) return RebootVerb(reboot);
     UnitProcess(unit).Run();
   }

@@ -54,7 +54,9 @@ Words Arguments(const std::string& verb, const Words& before) {
   if (verb == "set" || verb == "get") return NamesOf("value");
   if (verb == "emit") return before.empty() ? NamesOf("signal") : Words();
   if (verb == "calls") return NamesOf("method");
-  if (verb == "list") return {"values", "signals", "methods", "faults"};
+  if (verb == "list") return {"values", "signals", "methods", "faults", "sticks"};
+  if (verb == "stick" && before.empty()) return {"insert", "remove"};
+  if (verb == "stick" && before == Words{"insert"}) return NamesOf("stick");
   if (verb == "reboot") return {"--cold", "--acc", "--reset"};
   if (verb != "fault") return {kFiles};
   if (!before.empty() && before.front() == "signal") return NamesOf("signal");

@@ -59,8 +59,7 @@ pid_t Start(const std::vector<std::string>& words, const Child& child) {
 
 /// What a unit has that a desk has not.
 void WriteVersionFiles() {
-  if (access("/media/.hlx-sandbox", F_OK) != 0 && !g_file_test("/media/.hlx-sandbox", G_FILE_TEST_IS_SYMLINK)) return;
-  if (access("/app/etc/sys_version.conf", F_OK) == 0) return;
+  if (!IsInSandbox() || access("/app/etc/sys_version.conf", F_OK) == 0) return;
   g_mkdir_with_parents("/app/etc", 0755);
   g_mkdir_with_parents("/etc/boot/boot-script", 0755);
   for (const auto& [sample, file] : {std::pair("sys_version.conf", "/app/etc/sys_version.conf"),

@@ -6,6 +6,7 @@
 #include "dbus/VariantBuilder.h"
 #include "simulator/cli/ControlClient.h"
 #include "simulator/control/Lists.h"
+#include "simulator/control/Stick.h"
 #include "simulator/model/ValueNames.h"
 #include "simulator/model/Values.h"
 #include "simulator/play/CaptureWriter.h"
@@ -168,3 +169,15 @@ void FaultVerb(const Words& words, unsigned int times) {
 }
 
 void RebootVerb(const std::string& how) { ControlClient().Call("Reboot", g_variant_new("(s)", how.c_str())); }
+
+void StickVerb(const Words& words) {
+  const bool insert = words.size() == 2 && words[0] == "insert" && words[1] != kRemoveStick;
+  if (!insert && words != Words{kRemoveStick}) {
+    throw VerbError(kExitBadArgument, "stick takes insert DIRECTORY | KIND, or remove; see hlx-simulator list sticks");
+  }
+  std::string what = Checked(words.back());
+  // The unit has a working directory of its own.
+  if (insert && what.find('/') != std::string::npos)
+    what = GLibPtr<gchar>(g_canonicalize_filename(what.c_str(), nullptr)).get();
+  ControlClient().Call("Stick", g_variant_new("(s)", what.c_str()));
+}

@@ -34,5 +34,8 @@ void CallsVerb(const CallsOptions& options);
 /// What is to go wrong, "list" or "clear"; `times`: how often, 0 without end.
 void FaultVerb(const Words& words, unsigned int times);
 
+/// "insert" KIND or DIRECTORY, or "remove"
+void StickVerb(const Words& words);
+
 /// "cold", "acc" or "reset"
 void RebootVerb(const std::string& how);

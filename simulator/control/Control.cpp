@@ -57,11 +57,13 @@ const Control::Row Control::kRows[] = {
     {"Fault", &Control::AddFault},
     {"Faults", &Control::Faults},
     {"ClearFaults", &Control::ClearFaults},
+    {"Stick", &Control::UseStick},
 };
 
 Control::Control(GDBusConnection* connection, Simulator& simulator)
     : connection_(connection),
       simulator_(simulator),
+      stick_(simulator.unit()),
       skeleton_(com_vorn_linux_simulator_skeleton_new(), [this](GDBusMethodInvocation* call) { OnCall(call); }) {
   if (HasOwner(connection_, kControlName)) throw std::runtime_error("another simulator runs on this bus");
   skeleton_.Export(connection_, kControlPath);
@@ -202,4 +204,18 @@ Control::Answer Control::Faults(GVariant* /*arguments*/, GDBusMethodInvocation* 
 Control::Answer Control::ClearFaults(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
   simulator_.ClearFaults();
   return nullptr;
+}
+
+Control::Answer Control::UseStick(GVariant* arguments, GDBusMethodInvocation* call) {
+  const std::string what = TextAt(arguments, 0);
+  simulator_.Journal("stick " + what);
+  if (what == kRemoveStick) {
+    stick_.Remove();
+    return nullptr;
+  }
+  stick_.Insert(what, [call](const std::string& problem) {
+    if (problem.empty()) return g_dbus_method_invocation_return_value(call, nullptr);
+    g_dbus_method_invocation_return_error_literal(call, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, problem.c_str());
+  });
+  return {};
 }

@@ -7,6 +7,7 @@
 #include <string>
 
 #include "simulator/Simulator.h"
+#include "simulator/control/Stick.h"
 #include "simulator/service/Skeleton.h"
 
 constexpr char kControlName[] = "com.vorn.linux.simulator";
@@ -37,10 +38,12 @@ class Control {
   Answer AddFault(GVariant* arguments, GDBusMethodInvocation* call);
   Answer Faults(GVariant* arguments, GDBusMethodInvocation* call);
   Answer ClearFaults(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer UseStick(GVariant* arguments, GDBusMethodInvocation* call);
 
   void EmitOwn(const char* signal, GVariant* tuple);
 
   GDBusConnection* connection_;
   Simulator& simulator_;
+  Stick stick_;
   Skeleton skeleton_;
 };

@@ -1,6 +1,7 @@
 #include "simulator/control/Lists.h"
 
 #include "catalog/Catalog.h"
+#include "simulator/control/Stick.h"
 #include "simulator/model/Names.h"
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/ValueNames.h"
@@ -49,10 +50,15 @@ void AddFaults(Entries& entries) {
   for (const FaultForm& form : FaultForms()) entries.push_back({"fault", FormOf(form), form.effect});
 }
 
+void AddSticks(Entries& entries) {
+  for (const StickKind& kind : StickKinds()) entries.push_back({"stick", kind.name, kind.holds});
+}
+
 constexpr struct {
   const char* kind;
   void (*add)(Entries&);
-} kKinds[] = {{"value", AddValues}, {"signal", AddSignals}, {"method", AddMethods}, {"fault", AddFaults}};
+} kKinds[] = {
+    {"value", AddValues}, {"signal", AddSignals}, {"method", AddMethods}, {"fault", AddFaults}, {"stick", AddSticks}};
 
 /// The values that a signal writes, or "nothing".
 std::string Written(const catalog::Signal& signal) {

@@ -154,6 +154,10 @@ class Panel(unittest.TestCase):
         self.assertIn("no fault", self.drive("Inject a fault", "Inject", words="SetOnSourceChange explode"))
         self.drive("Inject a fault", "Clear all")
         self.until(lambda: self.command("misc source", "5").startswith("ok"), "the fault is gone")
+        self.assertRegex(self.drive("Update stick", "can-file"), "^ok")
+        self.shows("update.package", "inserted")
+        self.drive("Update stick", "remove")
+        self.shows("update.package", "removed")
         self.assertRegex(self.drive("Reboot", "acc"), "^ok")
         self.until(lambda: "there" in self.page.find_element(By.ID, "service-state").text, "the unit is back")
 

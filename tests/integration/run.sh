@@ -39,6 +39,9 @@ for changed in /data/update /media/usbstorage0; do [ ! -e "$changed" ] || fail "
 [ "$(readlink /etc/localtime)" != /usr/share/zoneinfo/Asia/Tokyo ] || fail "/etc/localtime was changed"
 expect 0 '^20 ' --fresh -- sh -c 'echo "$("$0" get power.power_off_delay) $(pidof sleep | wc -w)"' "$simulator"
 
+expect 0 '^CAN.upg md5.txt update.zip$' --fresh -- sh -c '
+  "$0" stick insert can-file; a=$(ls /media/usbstorage0); "$0" stick insert good; echo "$a" $(ls /media/usbstorage0)' "$simulator"
+
 # Signals are for the command, whose own answer to them counts.
 "$simulator" run -- sh -c 'trap "exit 5" USR1; touch ready; while :; do sleep 0.05; done' &
 until [ -e ready ]; do sleep 0.05; done

@@ -163,6 +163,71 @@ TEST_F(UpdateOnTheBus, EveryPackageOfTheSet) {
   }
 }
 
+void Stick(std::vector<std::string> words, int code = 0, const std::string& problem = "") {
+  words.insert(words.begin(), {kSimulator, "stick"});
+  Process process(words);
+  EXPECT_EQ(process.Wait(), code) << process.Err();
+  EXPECT_THAT(process.Err(), testing::HasSubstr(problem));
+}
+
+TEST_F(UpdateOnTheBus, EveryKindOfStick) {
+  constexpr int kInserted = 100 + UPDATE_PACKAGE_INSERTED;
+  const struct {
+    std::string what;
+    std::vector<int> results;
+    const char* record;  ///< that must have been logged
+  } sticks[] = {
+      {"good", {kInserted, 1}, "usb file project:Aster"},
+      {"older", {kInserted, 5}, "valid arm version fail..."},
+      {"wrong-hardware", {kInserted, 6}, "valid hardware version fail..."},
+      {"wrong-project", {kInserted, 7}, "valid project name fail fail..."},
+      {"bad-checksum", {kInserted, 4}, "get checksum result:update.zip: FAILED"},
+      {"can-file", {kInserted, 3}, ""},
+      {"empty", {kInserted}, "Can not find update file in path:/media/usbstorage0/update.zip."},
+      {"bomb", {kInserted, 5}, "open /data/update/app/etc/sys_version.conf failed:104857600 bytes are too many"},
+      {"/tmp/packages/truncated", {kInserted}, "Exec command fail:cd /media/usbstorage0/ && unzip"},
+  };
+  Shell("rm -rf /media/usbstorage0");
+  Start("Aster");
+  for (const auto& stick : sticks) {
+    SCOPED_TRACE(stick.what);
+    told.Forget();
+    Stick({"insert", stick.what});
+    EXPECT_TRUE(RunUntil([&] { return told.Results().size() == stick.results.size() && told.Said(stick.record); }));
+    EXPECT_TRUE(RunUntil([] { return access("/data/update/app", F_OK) != 0; })) << "left behind";
+    EXPECT_THAT(told.Results(), testing::UnorderedElementsAreArray(stick.results));
+    told.Forget();
+    Stick({"remove"});
+    EXPECT_NE(access("/media/usbstorage0", F_OK), 0);
+    ASSERT_TRUE(RunUntil([] { return told.Results().size() == 2; }));
+    EXPECT_EQ(told.Results(), std::vector<int>({100 + UPDATE_PACKAGE_REMOVED, UPDATE_NOTIFY_REMOVED}));
+  }
+  Process list({kSimulator, "list", "sticks"});
+  ASSERT_EQ(list.Wait(), 0);
+  std::size_t kinds = 0;
+  for (const char c : list.Out()) kinds += c == '\n' ? 1 : 0;
+  EXPECT_EQ(kinds, std::size(sticks) - 1) << list.Out();
+
+  Stick({"insert", "empty"});
+  ASSERT_TRUE(RunUntil([] { return told.Said("Can not find update file"); }));
+  told.Forget();
+  Stick({"insert", "can-file"});
+  EXPECT_TRUE(RunUntil([] { return told.Results().size() == 2; }));
+  EXPECT_THAT(told.Results(), testing::UnorderedElementsAre(100 + UPDATE_PACKAGE_CHANGED, 3));
+  Stick({"remove"});
+  Stick({"remove"}, 1, "stick: there is none");
+  Stick({"insert"}, 2, "stick takes insert DIRECTORY | KIND, or remove");
+  Stick({"insert", "god"}, 2, "there is no kind of stick 'god'; did you mean good?");
+  Stick({"insert", "./nowhere"}, 2, "stick: there is no directory /");
+  ASSERT_EQ(rename("/app/etc/sys_version.conf", "/tmp/sys_version.conf"), 0);
+  Stick({"insert", "good"}, 1, "there is no version file /app/etc/sys_version.conf of a unit");
+  ASSERT_EQ(unlink("/media/.hlx-sandbox"), 0);
+  Stick({"insert", "empty"}, 1, "/media is the machine's here");
+  Stick({"remove"}, 1, "/media is the machine's here");
+  EXPECT_EQ(Shell("[ -z \"$(ls -A /media)\" ]"), 0);
+  EXPECT_EQ(symlink("hlx-sandbox", "/media/.hlx-sandbox"), 0);
+}
+
 TEST_F(UpdateOnTheBus, StatesOfTheStick) {
   Start("Aster");
   Insert("can-file");

@@ -47,6 +47,7 @@ constexpr Verb kVerbs[] = {
     {"Fault", 1, [](const Words& words) { return g_variant_new("(@asu)", Strings(words), 0U); }},
     {"ClearFaults", 0, Nothing},
     {"Reboot", 1, OneWord},
+    {"Stick", 1, OneWord},
 };
 
 /// A variant as JSON; what has no counterpart as text.

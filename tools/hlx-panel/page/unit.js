@@ -1,4 +1,4 @@
-// What only a simulated unit lets one do: set values, press keys, inject faults, reboot.
+// What only a simulated unit lets one do: set values, press keys, inject faults, insert sticks, reboot.
 import { make } from "./model.js";
 import { input, outcome } from "./controls.js";
 
@@ -12,6 +12,7 @@ export class Unit {
     this.#connection = connection;
     root.querySelectorAll("fieldset").forEach((old) => old.remove());
     root.append(this.#values(model), this.#keys(), this.#faults(lists.fault ?? []),
+      this.#buttons("Update stick", [...(lists.stick ?? []), ["remove", "Take it out"]].map(([kind, help]) => [kind, help, "Stick", [kind]])),
       this.#buttons("Reboot", [["cold", "As after the battery was off", "Reboot", ["cold"]],
         ["acc", "As by the ignition", "Reboot", ["acc"]], ["reset", "As by a reset", "Reboot", ["reset"]]]),
       make("fieldset", {}, make("legend", {}, "Inbox: what applications have sent"), this.#inbox));

@@ -1,0 +1,116 @@
+#include "simulator/control/Stick.h"
+
+#include <filesystem>
+#include <stdexcept>
+#include <utility>
+
+#include "HLXUpdateTypes.h"
+#include "catalog/Catalog.h"
+#include "platform/LibConfigs.h"
+#include "simulator/Installed.h"
+#include "simulator/model/Names.h"
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr char kStick[] = "/media/usbstorage0";
+constexpr char kNewStick[] = "/media/.usbstorage0";  ///< until it is complete
+
+void NeedScratch() {
+  if (IsInSandbox()) return;
+  throw std::runtime_error(
+      "stick: /media is the machine's here and is never touched; sticks are for units inside hlx-simulator run and "
+      "scripts/sandbox");
+}
+
+bool IsThere() { return fs::exists(fs::symlink_status(kStick)); }
+
+/// What makes the stick that somebody asked for.
+std::vector<std::string> Maker(const std::string& what) {
+  if (what.rfind('/', 0) == 0) {
+    if (!fs::is_directory(what)) throw catalog::BadValue("stick: there is no directory " + what);
+    return {"cp", "-rT", "--no-preserve=mode", "--", what, kNewStick};
+  }
+  std::vector<std::string> names;
+  for (const StickKind& kind : StickKinds()) {
+    names.emplace_back(kind.name);
+    if (what != kind.name) continue;
+    const std::string program = SiblingProgram("hlx-make-package");
+    if (program.empty()) throw std::runtime_error("stick: hlx-make-package was not installed with this program");
+    return {program, "--model", GetLibConfigs()->GetString("/project/project_model_name"), what, kNewStick};
+  }
+  throw Unknown("kind of stick", what, catalog::Nearest(what, names));
+}
+
+}  // namespace
+
+const std::vector<StickKind>& StickKinds() {
+  static const std::vector<StickKind> kinds = {{"good", "a package that passes all checks"},
+                                               {"older", "a package that is older than the unit"},
+                                               {"wrong-hardware", "a package for other hardware"},
+                                               {"wrong-project", "a package for another project"},
+                                               {"bad-checksum", "a package with a checksum that is not its own"},
+                                               {"can-file", "an update for the CAN box"},
+                                               {"empty", "nothing"},
+                                               {"bomb", "a small package whose version file unpacks to 100 MiB"}};
+  return kinds;
+}
+
+Stick::~Stick() { g_cancellable_cancel(cancel_.get()); }
+
+void Stick::Insert(const std::string& what, Done done) {
+  NeedScratch();
+  if (done_) throw std::runtime_error("stick: another one is just being made");
+  const std::vector<std::string> command = Maker(what);
+  fs::remove_all(kNewStick);
+  Make(command);
+  done_ = std::move(done);
+}
+
+void Stick::Remove() {
+  NeedScratch();
+  if (!IsThere()) throw std::runtime_error("stick: there is none");
+  fs::remove_all(kStick);
+  unit_.Announce("OnPackageStateChangeNotify", HLXUpdate::UPDATE_PACKAGE_REMOVED);
+  unit_.Announce("DetectValidUpdateFileNotifySignal", HLXUpdate::UPDATE_NOTIFY_REMOVED);
+}
+
+void Stick::Make(const std::vector<std::string>& command) {
+  std::vector<const char*> words;
+  words.reserve(command.size() + 1);
+  for (const std::string& word : command) words.push_back(word.c_str());
+  words.push_back(nullptr);
+  GError* problem = nullptr;
+  const GLibPtr<GSubprocess> maker(g_subprocess_newv(words.data(), G_SUBPROCESS_FLAGS_STDERR_PIPE, &problem));
+  if (maker == nullptr) throw std::runtime_error(std::string("stick: ") + GLibPtr<GError>(problem)->message);
+  g_subprocess_communicate_utf8_async(maker.get(), nullptr, cancel_.get(), OnMade, this);
+}
+
+void Stick::OnMade(GObject* maker, GAsyncResult* result, gpointer self) {
+  gchar* text = nullptr;
+  GError* problem = nullptr;
+  g_subprocess_communicate_utf8_finish(G_SUBPROCESS(maker), result, nullptr, &text, &problem);
+  const GLibPtr<gchar> said(text);
+  const GLibPtr<GError> error(problem);
+  if (g_error_matches(problem, G_IO_ERROR, G_IO_ERROR_CANCELLED) != FALSE) return;
+  auto& stick = *static_cast<Stick*>(self);
+  const Done done = std::exchange(stick.done_, nullptr);
+  const bool made = error == nullptr && g_subprocess_get_successful(G_SUBPROCESS(maker)) != FALSE;
+  if (made) return done(stick.Mount());
+  done(std::string("stick: ") + (error != nullptr ? error->message : g_strchomp(said.get())));
+}
+
+/// The problem; none when the new stick is where the unit looks.
+std::string Stick::Mount() {
+  try {
+    const bool replaces = IsThere();
+    fs::remove_all(kStick);
+    fs::rename(kNewStick, kStick);
+    unit_.Announce("OnPackageStateChangeNotify",
+                   replaces ? HLXUpdate::UPDATE_PACKAGE_CHANGED : HLXUpdate::UPDATE_PACKAGE_INSERTED);
+    return {};
+  } catch (const fs::filesystem_error& problem) {
+    return problem.what();
+  }
+}
