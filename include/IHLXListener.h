@@ -20,8 +20,9 @@
 /// Threads: registration takes no lock. Add and remove listeners on the thread whose main context delivers the events
 /// (the one that called HLX_StartSystemProxy()), or before the start. The update client also notifies on its search
 /// thread, and the misc client on the thread that asks for GetSteelMateRadarInfo(): put LockListener() and
-/// UnlockListener() around a registration with these two. A callback must not add or remove listeners of the same
-/// client: the registry is being walked at that time, with its mutex held.
+/// UnlockListener() around a registration with these two. A callback must not remove listeners of the same
+/// client: the registry is being walked at that time, with its mutex held. One that it adds still hears the event when
+/// its address is higher than that of the listener which is called.
 ///
 /// The order of the virtual functions is part of the binary interface.
 template <class T>
@@ -68,22 +69,13 @@ class HLX_API IHLXListener {
   virtual void OnListenerRemoved(T* /*listener*/) {}
 
  protected:
-  /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. Every listener sees the
-  /// same values; the last one is given `args` as they came, so that what may be moved is not copied for it. The mutex
-  /// is released also when a listener throws.
+  /// Calls `callback` with `args` on every listener, lowest address first, holding the mutex. The mutex is released
+  /// also when a listener throws.
   /// @param callback member of the listener interface @param args what it is called with
   template <class... Params, class... Args>
   void Notify(void (T::*callback)(Params...), Args&&... args) {
     const Guard guard(mutex_);
-    typename std::set<T*>::iterator next = listeners_.begin();
-    while (next != listeners_.end()) {
-      T* const listener = *next;
-      if (++next == listeners_.end()) {
-        (listener->*callback)(std::forward<Args>(args)...);
-        return;
-      }
-      (listener->*callback)(args...);
-    }
+    for (T* const listener : listeners_) (listener->*callback)(args...);
   }
 
  private:

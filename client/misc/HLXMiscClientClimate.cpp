@@ -80,9 +80,9 @@ void HLXMiscClient::OnAcStateChange(unsigned char state) {
   StoreIfChanged(data_->ac_state_bits, state);
   // Asked again: the protocol may have changed in between, and the other map is then empty.
   if (CanProtocol() == kRenault) {
-    Notify(&IHLXSystemMiscListener::OnRaiseRenaultAcStateChange, std::move(renault));
+    Notify(&IHLXSystemMiscListener::OnRaiseRenaultAcStateChange, renault);
   } else {
-    Notify(&IHLXSystemMiscListener::OnAcStateChange, std::move(general));
+    Notify(&IHLXSystemMiscListener::OnAcStateChange, general);
   }
 }
 
@@ -97,7 +97,7 @@ void HLXMiscClient::OnRaiseGacAcStateChange(unsigned char one, unsigned char two
     Read(one, kRaiseOne, states);
     Read(two, kRaiseTwo, states);
   }
-  Notify(&IHLXSystemMiscListener::OnRaiseGacAcStateChange, std::move(states));
+  Notify(&IHLXSystemMiscListener::OnRaiseGacAcStateChange, states);
 }
 
 void HLXMiscClient::OnSimpleAirModeChange(unsigned char mode) {
@@ -111,7 +111,7 @@ void HLXMiscClient::OnSimpleAirModeChange(unsigned char mode) {
     for (const auto& [bit, on] : modes) HLX_LOG_INFO("airMode[%d] change:%d", bit, on);
   }
   StoreIfChanged(data_->simple_air_mode_bits, mode);
-  Notify(&IHLXSystemMiscListener::OnSimpleAirModeChange, std::move(modes));
+  Notify(&IHLXSystemMiscListener::OnSimpleAirModeChange, modes);
 }
 
 void HLXMiscClient::OnGeneralAcStateChange(AC_State_Data group, unsigned char value) {

@@ -40,14 +40,14 @@ void HLXMiscClient::ReadSpeakers(SpeakerStates& states) const {
 void HLXMiscClient::OnSpeakerStateChange() {
   SpeakerStates states;
   ReadSpeakers(states);
-  Notify(&IHLXSystemMiscListener::OnSpeakerStateChange, std::move(states));
+  Notify(&IHLXSystemMiscListener::OnSpeakerStateChange, states);
 }
 
 void HLXMiscClient::OnDoorStateChange(unsigned char state) {
   std::map<DoorState, int> changes = Changes<DoorState>(state, last_door_.exchange(state), kFirstReportedDoor);
   for (const auto& [door, open] : changes) HLX_LOG_DEBUG("doorState[%d] change:%d", door, open);
   StoreIfChanged(data_->door_state_bits, state);
-  Notify(&IHLXSystemMiscListener::OnDoorStateChange, std::move(changes));
+  Notify(&IHLXSystemMiscListener::OnDoorStateChange, changes);
 }
 
 void HLXMiscClient::OnKeyStateChange(unsigned char key, unsigned char state) {
@@ -71,10 +71,10 @@ void HLXMiscClient::OnTotalMileChange_Raise(unsigned int value) {
   HLX_LOG_DEBUG("HLXMiscClient::OnTotalMileChange_Raise mCurMile:%d ,value:%d", static_cast<int>(current),
                 static_cast<int>(value));
   std::map<unsigned int, unsigned int> mile = {{current, value}};
-  Notify(&IHLXSystemMiscListener::OnTotalMileChange_Raise, std::move(mile));
+  Notify(&IHLXSystemMiscListener::OnTotalMileChange_Raise, mile);
 }
 
 void HLXMiscClient::OnEnduranceMileChange_Raise(unsigned int value) {
   std::map<unsigned int, unsigned int> mile = {{Load(data_->raise_current_mile), value}};
-  Notify(&IHLXSystemMiscListener::OnEnduranceMileChange_Raise, std::move(mile));
+  Notify(&IHLXSystemMiscListener::OnEnduranceMileChange_Raise, mile);
 }

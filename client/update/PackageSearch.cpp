@@ -43,9 +43,8 @@ class PackageSearch::Search : public PackageExamination {
   }
 
   void OnVersions(const SystemInfo::VersionInfo& /*unit*/, const SystemInfo::VersionInfo& package) override {
-    // What is shown is the package of the newest report, not of a search that it overtook.
     const std::lock_guard<std::mutex> lock(owner_->mutex_);
-    if (!Overtaken()) owner_->package_version_ = package;
+    owner_->package_version_ = package;
   }
 
   bool Tell(UpdateNotifyResult result) override {
@@ -85,7 +84,7 @@ void PackageSearch::Report() {
   }
   try {
     std::thread([search] { search->Run(); }).detach();
-  } catch (const std::system_error& error) {
+  } catch (const std::exception& error) {
     HLX_LOG_ERROR("no thread for the package search: %s", error.what());
     EndTurn(search.get());
   }

@@ -9,12 +9,9 @@
 
 #include "client/info/DeviceIdentity.h"
 #include "client/info/VersionFile.h"
+#include "tests/fuzz/Input.h"
 
 namespace {
-
-void Require(bool holds) {
-  if (!holds) std::abort();
-}
 
 std::optional<std::string> PlainValue(const std::string& text, const std::string& key) {
   for (std::size_t start = 0; start < text.size();) {
