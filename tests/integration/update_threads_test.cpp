@@ -3,7 +3,6 @@
 #include <gmock/gmock.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <chrono>
 #include <cstdlib>
 #include <functional>
@@ -16,6 +15,7 @@
 #include "HLXListenerBase.h"
 #include "HLXSystemProxy.h"
 #include "dbus/GLibPtr.h"
+#include "tests/support/Hmi.h"
 #include "tests/support/MainContext.h"
 #include "tests/support/Process.h"
 
@@ -273,15 +273,8 @@ TEST_F(UpdateOnTheBus, AReleaseWaitsForACallbackAndNotForChecksums) {
 
 }  // namespace
 
-/// Only the process named hmi searches: the test goes on under that name.
 int main(int argc, char** argv) {
-  if (std::string(program_invocation_short_name) != "hmi") {
-    static char name[] = "/tmp/hmi";
-    if (Shell("ln -s $(readlink /proc/" + std::to_string(getpid()) + "/exe) " + name) != 0) return 1;
-    argv[0] = name;
-    execv(name, argv);
-    return 1;
-  }
+  GoOnAsHmi(argv);
   g_log_set_writer_func(Keep, nullptr, nullptr);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();

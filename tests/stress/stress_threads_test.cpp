@@ -2,11 +2,9 @@
 // about how long it takes, scales the counts.
 #include <gmock/gmock.h>
 #include <malloc.h>
-#include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
-#include <cerrno>
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
@@ -19,6 +17,7 @@
 
 #include "HLXListenerBase.h"
 #include "HLXSystemProxy.h"
+#include "tests/support/Hmi.h"
 #include "tests/support/MainContext.h"
 #include "tests/support/Process.h"
 #include "tests/support/TestService.h"
@@ -316,18 +315,11 @@ int Listen(int count) {
 
 }  // namespace
 
-/// Only the process named hmi searches: the test goes on under that name.
 int main(int argc, char** argv) {
   g_log_set_writer_func([](GLogLevelFlags, const GLogField*, gsize, gpointer) { return G_LOG_WRITER_HANDLED; }, nullptr,
                         nullptr);
   if (argc == 3 && std::string(argv[1]) == kListen) return Listen(std::atoi(argv[2]));
-  if (std::string(program_invocation_short_name) != "hmi") {
-    static char name[] = "/tmp/hmi";
-    if (Shell("ln -s $(readlink /proc/" + std::to_string(getpid()) + "/exe) " + name) != 0) return 1;
-    argv[0] = name;
-    execv(name, argv);
-    return 1;
-  }
+  GoOnAsHmi(argv);
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();
 }
