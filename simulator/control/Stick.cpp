@@ -40,7 +40,8 @@ std::vector<std::string> Maker(const std::string& what) {
     if (program.empty()) throw std::runtime_error("stick: hlx-make-package was not installed with this program");
     return {program, "--model", GetLibConfigs()->GetString("/project/project_model_name"), what, kNewStick};
   }
-  throw Unknown("kind of stick", what, catalog::Nearest(what, names));
+  const std::vector<std::string> near = catalog::Nearest(what, names);
+  throw Unknown("kind of stick", what, near.empty() ? names : near);
 }
 
 }  // namespace
