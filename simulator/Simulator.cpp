@@ -12,7 +12,8 @@ Simulator::Simulator(const Options& options)
       service_([this](GDBusMethodInvocation* call) { OnCall(call); }),
       wire_(service_, faults_),
       fault_control_(unit_, service_, faults_),
-      models_(unit_, Hooks()) {
+      models_(unit_, Hooks()),
+      player_(*this) {
   unit_.observers().announced.push_back(
       [this](const catalog::Signal& signal, GVariant* tuple) { wire_.Send(signal, tuple); });
   wire_.Listen([this](const catalog::Signal& signal, GVariant* tuple) {

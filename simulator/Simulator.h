@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "simulator/model/Unit.h"
+#include "simulator/play/Player.h"
 #include "simulator/service/CallLog.h"
 #include "simulator/service/FaultControl.h"
 #include "simulator/service/Faults.h"
@@ -36,6 +37,7 @@ class Simulator {
   /// What goes over the bus.
   Wire& wire() { return wire_; }
   const Faults& faults() const { return faults_; }
+  Player& player() { return player_; }
 
   /// From here on, or until it has struck so many times. @throws catalog::BadValue
   void AddFault(const std::vector<std::string>& words, unsigned int times);
@@ -59,4 +61,5 @@ class Simulator {
   FaultControl fault_control_;
   Models models_;
   Delays answers_;
+  Player player_;
 };

@@ -47,6 +47,7 @@ UnitProcess::UnitProcess(const Options& options)
   simulator_.unit().Keep(Own::kUpdateFails, int64_t{options.update_fails});
   simulator_.Start();
   if (!options.log.empty()) capture_ = std::make_unique<CaptureWriter>(simulator_, options.log);
+  if (!options.scenario.empty()) simulator_.player().Play(ScriptNamed(options.scenario), 1, false);
   if (options.ready_fd < 0) return;
   if (write(options.ready_fd, "\n", 1) != 1) throw std::runtime_error("nobody waits for the unit");
   close(options.ready_fd);

@@ -15,8 +15,9 @@ class UnitProcess {
   struct Options : Simulator::Options {
     bool verbose = false;
     bool update_fails = false;
-    std::string log;    ///< directory for a capture and the calls; empty: none
-    int ready_fd = -1;  ///< is written to and closed when the unit is there
+    std::string log;       ///< directory for a capture and the calls; empty: none
+    std::string scenario;  ///< to be played; empty: none
+    int ready_fd = -1;     ///< is written to and closed when the unit is there
   };
 
   /// The unit is there when this returns. @throws std::runtime_error that names what is in the way

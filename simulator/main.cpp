@@ -43,6 +43,8 @@ struct CommandLine {
   std::string reboot = "acc";
   Words fault;
   Words stick;
+  PlayOptions play;
+  bool play_json = false;
   unsigned int fault_times = 0;
   RunOptions run;
   Words typed;
@@ -56,7 +58,8 @@ struct CommandLine {
     app.add_flag("--update-fails", unit.update_fails, "As set unit.update_fails yes");
     app.add_flag("--quiet", unit.quiet, "Print no calls and signals");
     app.add_flag("--verbose", unit.verbose, "Show the library's log records, too");
-    app.add_option("--log", unit.log)->group("");  // these two for `run`
+    app.add_option("--log", unit.log)->group("");  // these three for `run`
+    app.add_option("--scenario", unit.scenario)->group("");
     app.add_option("--ready-fd", unit.ready_fd)->group("");
     AddVerbs();
   }
@@ -73,7 +76,7 @@ struct CommandLine {
     verb->add_flag("--json", get.json, "As one JSON object");
 
     verb = app.add_subcommand("list", "List what there is and what it takes");
-    verb->add_option("kind", list_kind, "values, signals, methods, faults or sticks; all without it");
+    verb->add_option("kind", list_kind, "values, signals, methods, faults, scenarios or sticks; all without it");
     verb->add_flag("--markdown", list_markdown)->group("");  // for the documents
 
     verb = app.add_subcommand("calls", "Print the calls of applications, or wait for one");
@@ -94,6 +97,7 @@ struct CommandLine {
     verb = app.add_subcommand("stick", "Insert an update stick, or take it out: insert DIRECTORY | KIND; remove");
     verb->add_option("words", stick, "What it holds: a directory, or a kind of list sticks; only inside run")
         ->required();
+    AddPlay();
     AddRun();
     app.add_subcommand("complete")->group("")->add_option("word", typed);
     app.add_subcommand("manual")->group("");
@@ -103,6 +107,17 @@ struct CommandLine {
     auto* const verb = app.add_subcommand("fault", "Let something go wrong: WORDS..., as in list faults; list; clear");
     verb->add_option("words", fault, "SetLogo hang, signal AccStateChangeSignal drop, service crash, ...")->required();
     verb->add_option("--times", fault_times, "End after it has struck so many times")->check(CLI::Range(1, 1000000));
+  }
+
+  void AddPlay() {
+    auto* verb = app.add_subcommand("play", "Play a scenario or a capture");
+    verb->add_option("file", play.file, "A file, or a scenario of list scenarios")->required();
+    verb->add_option("--speed", play.speed, "2: twice as fast; 0: as fast as the bus takes it")->capture_default_str();
+    verb->add_flag("--loop", play.loop, "Begin anew at the end");
+    verb->add_flag("--wait", play.wait, "Wait for the end; exit code 1 when it fails");
+    app.add_subcommand("stop", "Stop playing");
+    verb = app.add_subcommand("status", "Print what is being played");
+    verb->add_flag("--json", play_json, "As one JSON object");
   }
 
   void AddRun() {
@@ -125,6 +140,7 @@ struct CommandLine {
     inside->add_option("--channel", run.channel);
     inside->add_option("--log", run.log);
     for (CLI::App* const either : {verb, inside}) {
+      either->add_option("--scenario", run.scenario, "Play this while COMMAND runs: a file, or one of list scenarios");
       either->add_flag("--fresh", run.fresh, "Settings of earlier runs do not count");
     }
   }
@@ -166,6 +182,9 @@ struct CommandLine {
     }
     if (Is("fault")) return FaultVerb(fault, fault_times);
     if (Is("stick")) return StickVerb(stick);
+    if (Is("play")) return PlayVerb(play);
+    if (Is("stop")) return StopVerb();
+    if (Is("status")) return StatusVerb(play_json);
     if (Is("reboot")) return RebootVerb(reboot);
     UnitProcess(unit).Run();
   }

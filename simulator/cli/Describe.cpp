@@ -54,9 +54,14 @@ Words Arguments(const std::string& verb, const Words& before) {
   if (verb == "set" || verb == "get") return NamesOf("value");
   if (verb == "emit") return before.empty() ? NamesOf("signal") : Words();
   if (verb == "calls") return NamesOf("method");
-  if (verb == "list") return {"values", "signals", "methods", "faults", "sticks"};
+  if (verb == "list") return {"values", "signals", "methods", "faults", "scenarios", "sticks"};
   if (verb == "stick" && before.empty()) return {"insert", "remove"};
   if (verb == "stick" && before == Words{"insert"}) return NamesOf("stick");
+  if (verb == "play") {
+    Words words = before.empty() ? NamesOf("scenario") : Words();
+    words.emplace_back(kFiles);
+    return words;
+  }
   if (verb == "reboot") return {"--cold", "--acc", "--reset"};
   if (verb != "fault") return {kFiles};
   if (!before.empty() && before.front() == "signal") return NamesOf("signal");

@@ -15,6 +15,7 @@ struct RunOptions {
   bool display = false;          ///< the command needs one
   double timeout = 0;            ///< seconds; 0: none
   std::string log;               ///< directory for journal, calls and capture
+  std::string scenario;          ///< is played while the command runs; empty: none
   std::vector<std::string> command;
   int channel = -1;  ///< inside: what the process outside and the one inside tell each other
 };

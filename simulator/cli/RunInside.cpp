@@ -96,6 +96,7 @@ class Inside {
       journal = options_.log + "/journal.log";
       words.insert(words.end(), {"--log", options_.log});
     }
+    if (!options_.scenario.empty()) words.insert(words.end(), {"--scenario", options_.scenario});
     Child child;
     child.out = open(journal.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
     if (child.out == -1) {

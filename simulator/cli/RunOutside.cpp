@@ -65,6 +65,7 @@ std::vector<std::string> CommandLine(const RunOptions& options, int channel) {
   words.insert(words.end(), {OwnProgram(), "inside", "--channel", std::to_string(channel)});
   if (options.fresh) words.emplace_back("--fresh");
   if (!options.log.empty()) words.insert(words.end(), {"--log", options.log});
+  if (!options.scenario.empty()) words.insert(words.end(), {"--scenario", options.scenario});
   words.emplace_back("--");
   words.insert(words.end(), options.command.begin(), options.command.end());
   return words;

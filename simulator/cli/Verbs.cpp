@@ -10,6 +10,7 @@
 #include "simulator/model/ValueNames.h"
 #include "simulator/model/Values.h"
 #include "simulator/play/CaptureWriter.h"
+#include "simulator/play/Script.h"
 
 namespace {
 
@@ -165,6 +166,45 @@ void FaultVerb(const Words& words, unsigned int times) {
     }
   } else {
     client.Call("Fault", g_variant_new("(@asu)", TextArray(words), times));
+  }
+}
+
+namespace {
+
+Json AskStatus(const ControlClient& client) {
+  const auto answer = client.Call("Status", nullptr, "(a{sv})");
+  return JsonOf(GLibPtr<GVariant>(g_variant_get_child_value(answer.get(), 0)).get());
+}
+
+}  // namespace
+
+void PlayVerb(const PlayOptions& options) {
+  const ControlClient client;
+  const std::string file = ScriptNamed(Checked(options.file));
+  client.Call("Play", g_variant_new("(sdb)", file.c_str(), options.speed, options.loop ? TRUE : FALSE));
+  Json status = AskStatus(client);
+  const std::string warning = status["warning"].get<std::string>();
+  if (!warning.empty()) std::fprintf(stderr, "hlx-simulator: warning: %s\n", warning.c_str());
+  if (!options.wait) return;
+  while (status["state"] == "playing") {
+    g_usleep(20000);
+    status = AskStatus(client);
+  }
+  if (status["state"] == "done") return;
+  throw VerbError(kExitFailed, status["state"] == "failed" ? status["error"].get<std::string>() : "it was stopped");
+}
+
+void StopVerb() { ControlClient().Call("Stop", nullptr); }
+
+void StatusVerb(bool json) {
+  const Json status = AskStatus(ControlClient());
+  if (json) {
+    std::fputs(LineOf(status).c_str(), stdout);
+    return;
+  }
+  for (const auto& [name, value] : status.items()) {
+    const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
+    if (!text.empty()) std::printf("%-10s %s\n", name.c_str(), text.c_str());
   }
 }
 

@@ -36,6 +36,15 @@ void FaultVerb(const Words& words, unsigned int times);
 
 /// "insert" KIND or DIRECTORY, or "remove"
 void StickVerb(const Words& words);
+struct PlayOptions {
+  std::string file;  ///< or the name of a scenario
+  double speed = 1;  ///< 0: as fast as the bus takes it
+  bool loop = false;
+  bool wait = false;  ///< until it has ended; a failed one is an error
+};
+void PlayVerb(const PlayOptions& options);
+void StopVerb();
+void StatusVerb(bool json);
 
 /// "cold", "acc" or "reset"
 void RebootVerb(const std::string& how);

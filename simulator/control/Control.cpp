@@ -12,6 +12,7 @@
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/ValueNames.h"
 #include "simulator/model/Values.h"
+#include "simulator/play/Located.h"
 #include "simulator_dbus.h"
 
 using catalog::BadValue;
@@ -58,6 +59,9 @@ const Control::Row Control::kRows[] = {
     {"Faults", &Control::Faults},
     {"ClearFaults", &Control::ClearFaults},
     {"Stick", &Control::UseStick},
+    {"Play", &Control::Play},
+    {"Stop", &Control::Stop},
+    {"Status", &Control::Status},
 };
 
 Control::Control(GDBusConnection* connection, Simulator& simulator)
@@ -68,6 +72,7 @@ Control::Control(GDBusConnection* connection, Simulator& simulator)
   if (HasOwner(connection_, kControlName)) throw std::runtime_error("another simulator runs on this bus");
   skeleton_.Export(connection_, kControlPath);
   OwnName(connection_, kControlName);
+  simulator.player().OnChange([this] { EmitOwn("Played", g_variant_new("(@a{sv})", simulator_.player().Status())); });
   simulator.calls().Listen([this](const Call& call) { EmitOwn("Called", call.ToVariant()); });
   simulator.unit().observers().kept.push_back([this](const OwnValue& value, const catalog::Scalar& scalar) {
     EmitOwn("Changed", g_variant_new("(sv)", value.name, VariantOf(scalar)));
@@ -90,6 +95,8 @@ void Control::OnCall(GDBusMethodInvocation* call) {
     g_dbus_method_invocation_return_error(call, G_DBUS_ERROR, G_DBUS_ERROR_UNKNOWN_METHOD, "there is no method %s",
                                           method.c_str());
   } catch (const BadValue& problem) {
+    g_dbus_method_invocation_return_error_literal(call, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, problem.what());
+  } catch (const BadFile& problem) {
     g_dbus_method_invocation_return_error_literal(call, G_DBUS_ERROR, G_DBUS_ERROR_INVALID_ARGS, problem.what());
   } catch (const std::exception& problem) {
     g_dbus_method_invocation_return_error_literal(call, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, problem.what());
@@ -171,18 +178,11 @@ Control::Answer Control::WaitCall(GVariant* arguments, GDBusMethodInvocation* ca
 }
 
 Control::Answer Control::Reboot(GVariant* arguments, GDBusMethodInvocation* call) {
-  constexpr struct {
-    const char* how;
-    LifeCycle::Boot boot;
-  } kBoots[] = {{"cold", LifeCycle::Boot::kCold}, {"acc", LifeCycle::Boot::kAcc}, {"reset", LifeCycle::Boot::kReset}};
   const std::string how = TextAt(arguments, 0);
-  for (const auto& row : kBoots) {
-    if (how != row.how) continue;
-    simulator_.Journal("reboot " + how);
-    simulator_.models().life.Reboot(row.boot, [call] { g_dbus_method_invocation_return_value(call, nullptr); });
-    return {};
-  }
-  throw BadValue("how: '" + how + "' is not allowed; allowed: cold, acc, reset");
+  const LifeCycle::Boot boot = LifeCycle::BootNamed(how);
+  simulator_.Journal("reboot " + how);
+  simulator_.models().life.Reboot(boot, [call] { g_dbus_method_invocation_return_value(call, nullptr); });
+  return {};
 }
 
 Control::Answer Control::AddFault(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
@@ -218,4 +218,21 @@ Control::Answer Control::UseStick(GVariant* arguments, GDBusMethodInvocation* ca
     g_dbus_method_invocation_return_error_literal(call, G_DBUS_ERROR, G_DBUS_ERROR_FAILED, problem.c_str());
   });
   return {};
+}
+
+Control::Answer Control::Play(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
+  double speed = 0;
+  gboolean loop = FALSE;
+  g_variant_get(arguments, "(&sdb)", nullptr, &speed, &loop);
+  simulator_.player().Play(TextAt(arguments, 0), speed, loop != FALSE);
+  return nullptr;
+}
+
+Control::Answer Control::Stop(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
+  simulator_.player().Stop();
+  return nullptr;
+}
+
+Control::Answer Control::Status(GVariant* /*arguments*/, GDBusMethodInvocation* /*call*/) {
+  return g_variant_new("(@a{sv})", simulator_.player().Status());
 }

@@ -39,6 +39,9 @@ class Control {
   Answer Faults(GVariant* arguments, GDBusMethodInvocation* call);
   Answer ClearFaults(GVariant* arguments, GDBusMethodInvocation* call);
   Answer UseStick(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer Play(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer Stop(GVariant* arguments, GDBusMethodInvocation* call);
+  Answer Status(GVariant* arguments, GDBusMethodInvocation* call);
 
   void EmitOwn(const char* signal, GVariant* tuple);
 

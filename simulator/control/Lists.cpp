@@ -5,6 +5,7 @@
 #include "simulator/model/Names.h"
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/ValueNames.h"
+#include "simulator/play/Script.h"
 #include "simulator/service/Faults.h"
 #include "simulator/service/MethodTable.h"
 
@@ -54,11 +55,15 @@ void AddSticks(Entries& entries) {
   for (const StickKind& kind : StickKinds()) entries.push_back({"stick", kind.name, kind.holds});
 }
 
+void AddScenarios(Entries& entries) {
+  for (const auto& [name, title] : InstalledScenarios()) entries.push_back({"scenario", name, title});
+}
+
 constexpr struct {
   const char* kind;
   void (*add)(Entries&);
-} kKinds[] = {
-    {"value", AddValues}, {"signal", AddSignals}, {"method", AddMethods}, {"fault", AddFaults}, {"stick", AddSticks}};
+} kKinds[] = {{"value", AddValues}, {"signal", AddSignals},     {"method", AddMethods},
+              {"fault", AddFaults}, {"scenario", AddScenarios}, {"stick", AddSticks}};
 
 /// The values that a signal writes, or "nothing".
 std::string Written(const catalog::Signal& signal) {

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "HLXPowerTypes.h"
+#include "catalog/Reading.h"
 #include "data/SharedField.h"
 #include "platform/HLXPlatform.h"
 
@@ -20,6 +21,13 @@ constexpr milliseconds kBootTime{300};
 
 LifeCycle::LifeCycle(Unit& unit, Hooks hooks) : unit_(unit), hooks_(std::move(hooks)) {
   unit_.Follow([this](const void* field) { Follow(field); });
+}
+
+LifeCycle::Boot LifeCycle::BootNamed(const std::string& name) {
+  if (name == "cold") return Boot::kCold;
+  if (name == "acc") return Boot::kAcc;
+  if (name == "reset") return Boot::kReset;
+  throw catalog::BadValue("'" + name + "' is not allowed; allowed: cold, acc, reset");
 }
 
 void LifeCycle::Start() {

@@ -28,6 +28,8 @@ class LifeCycle {
   enum class State : int { kOff, kRunning, kAccOff, kStandby, kBooting };
 
   enum class Boot { kCold, kAcc, kReset };
+  /// "cold", "acc" or "reset". @throws catalog::BadValue
+  static Boot BootNamed(const std::string& name);
 
   LifeCycle(Unit& unit, Hooks hooks);
 

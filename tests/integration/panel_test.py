@@ -147,6 +147,10 @@ class Panel(unittest.TestCase):
     def test_the_simulated_unit_is_driven(self):
         self.assertRegex(self.drive("Set a value", "Set", value="misc.car_speed", to="63"), "^ok")
         self.shows("misc.car_speed", "63")
+        self.assertRegex(self.drive("Play a scenario", "Play", file="parking", speed="0"), "^ok")
+        part = self.page.find_element(By.XPATH, "//section[@id='unit']/fieldset[legend[.='Play a scenario']]")
+        self.until(lambda: "done: Parked" in part.text, "the scenario has ended")
+        self.assertEqual(1, part.find_element(By.TAG_NAME, "progress").get_property("value"))
         self.drive("Press a key", "Press", code="0x21")
         self.until(lambda: "key: 0x21" in self.page.find_element(By.CSS_SELECTOR, "#events .log").text, "the key's event")
         self.assertRegex(self.drive("Inject a fault", "Inject", words="SetOnSourceChange error"), "^ok")

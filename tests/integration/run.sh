@@ -42,6 +42,10 @@ expect 0 '^20 ' --fresh -- sh -c 'echo "$("$0" get power.power_off_delay) $(pido
 expect 0 '^CAN.upg md5.txt update.zip$' --fresh -- sh -c '
   "$0" stick insert can-file; a=$(ls /media/usbstorage0); "$0" stick insert good; echo "$a" $(ls /media/usbstorage0)' "$simulator"
 
+expect 0 '^Parked done$' --fresh --scenario parking -- sh -c '
+  sleep 0.2; "$0" play parking --speed 0 --wait && "$0" status | sed -n "s/^label *//p; s/^state *//p" | sort | tr "\n" " " | sed "s/ $//"' "$simulator"
+expect 125 "there is no file and no scenario 'parkin'; did you mean parking" --scenario parkin -- true
+
 # Signals are for the command, whose own answer to them counts.
 "$simulator" run -- sh -c 'trap "exit 5" USR1; touch ready; while :; do sleep 0.05; done' &
 until [ -e ready ]; do sleep 0.05; done

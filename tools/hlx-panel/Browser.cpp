@@ -112,6 +112,7 @@ std::string Browser::Update() {
     unit_was_told_ = true;
     told_unit_ = there;
     add("inbox", unit.Inbox().dump(-1, ' ', false, Json::error_handler_t::replace));
+    add("played", unit.Played().dump(-1, ' ', false, Json::error_handler_t::replace));
   }
   return update.empty() ? "" : R"({"type":"update")" + update + "}";
 }

@@ -27,6 +27,13 @@ GVariant* Boxed(Words::const_iterator first, Words::const_iterator last) {
   return builder.End();
 }
 
+double Speed(const std::string& text) {
+  char* end = nullptr;
+  const double speed = g_ascii_strtod(text.c_str(), &end);
+  if (text.empty() || *end != '\0' || !(speed >= 0)) throw std::invalid_argument("speed: '" + text + "' is no speed");
+  return speed;
+}
+
 GVariant* OneWord(const Words& words) { return g_variant_new("(s)", words[0].c_str()); }
 GVariant* Nothing(const Words& /*words*/) { return nullptr; }
 
@@ -44,6 +51,8 @@ constexpr Verb kVerbs[] = {
      [](const Words& words) {
        return g_variant_new("(s@av)", words[0].c_str(), Boxed(words.begin() + 1, words.end()));
      }},
+    {"Play", 2, [](const Words& words) { return g_variant_new("(sdb)", words[0].c_str(), Speed(words[1]), FALSE); }},
+    {"Stop", 0, Nothing},
     {"Fault", 1, [](const Words& words) { return g_variant_new("(@asu)", Strings(words), 0U); }},
     {"ClearFaults", 0, Nothing},
     {"Reboot", 1, OneWord},
@@ -136,11 +145,15 @@ void SimulatorLink::Appeared() {
     g_variant_iter_free(values);
     Changed();
   });
+  Call("Status", nullptr, [this](GVariant* reply, const GError* problem) {
+    if (problem == nullptr) TakeStatus(reply);
+  });
 }
 
 void SimulatorLink::Vanished() {
   offers_ = nullptr;
   inbox_ = Json::object();
+  played_ = nullptr;
   Changed();
 }
 
@@ -168,7 +181,15 @@ void SimulatorLink::Hear(const char* signal, GVariant* arguments) {
     const GLibPtr<GVariant> owned(value);
     if (g_str_has_prefix(name, kInbox) != FALSE) inbox_[name] = ToJson(value);
     Changed();
+  } else if (std::strcmp(signal, "Played") == 0) {
+    TakeStatus(arguments);
   }
+}
+
+void SimulatorLink::TakeStatus(GVariant* tuple) {
+  if (g_variant_is_of_type(tuple, G_VARIANT_TYPE("(a{sv})")) == FALSE) return;
+  played_ = DictToJson(GLibPtr<GVariant>(g_variant_get_child_value(tuple, 0)).get());
+  Changed();
 }
 
 void SimulatorLink::Do(const std::string& verb, const Words& words, Done done) {

@@ -25,7 +25,9 @@ class SimulatorLink {
   const Json& Offers() const { return offers_; }
   /// What applications have sent and no record keeps, by name.
   const Json& Inbox() const { return inbox_; }
-  /// Grows with every change of the two.
+  /// The status of what is being played, as the control interface has it; null before anything was.
+  const Json& Played() const { return played_; }
+  /// Grows with every change of the three.
   std::uint64_t Revision() const { return revision_; }
   const UnitState::Lines& CallLines() const { return calls_; }
 
@@ -37,6 +39,7 @@ class SimulatorLink {
   void Call(const char* method, GVariant* arguments, std::function<void(GVariant* reply, const GError* problem)> done);
   void Appeared();
   void Vanished();
+  void TakeStatus(GVariant* tuple);
   void Hear(const char* signal, GVariant* arguments);
   void Changed();
 
@@ -44,6 +47,7 @@ class SimulatorLink {
   std::function<void()> changed_;
   Json offers_;
   Json inbox_ = Json::object();
+  Json played_;
   std::uint64_t revision_ = 1;
   UnitState::Lines calls_;
   GLibPtr<GCancellable> cancel_{g_cancellable_new()};

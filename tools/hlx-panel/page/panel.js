@@ -57,6 +57,7 @@ connection.addEventListener("update", ({ detail }) => {
     state("unit-state", "simulated unit", detail.unit ? "there" : "none", detail.unit !== null);
     unit = detail.unit && new Unit($("unit"), model, connection, detail.unit);
   }
+  if (detail.played) unit?.status(detail.played);
   if (detail.inbox) unit?.inbox(detail.inbox);
 });
 

@@ -1,17 +1,19 @@
-// What only a simulated unit lets one do: set values, press keys, inject faults, insert sticks, reboot.
+// What only a simulated unit lets one do: set values, press keys, play scenarios, inject faults, insert sticks, reboot.
 import { make } from "./model.js";
 import { input, outcome } from "./controls.js";
 
 export class Unit {
   #connection;
   #root;
+  #progress = make("progress", { max: 1, value: 0, "aria-label": "Progress of the scenario" });
+  #playing = make("span", { class: "said" });
   #inbox = make("dl", { class: "inbox" });
 
   constructor(root, model, connection, lists) {
     this.#root = root;
     this.#connection = connection;
     root.querySelectorAll("fieldset").forEach((old) => old.remove());
-    root.append(this.#values(model), this.#keys(), this.#faults(lists.fault ?? []),
+    root.append(this.#values(model), this.#keys(), this.#scenarios(lists.scenario ?? []), this.#faults(lists.fault ?? []),
       this.#buttons("Update stick", [...(lists.stick ?? []), ["remove", "Take it out"]].map(([kind, help]) => [kind, help, "Stick", [kind]])),
       this.#buttons("Reboot", [["cold", "As after the battery was off", "Reboot", ["cold"]],
         ["acc", "As by the ignition", "Reboot", ["acc"]], ["reset", "As by a reset", "Reboot", ["reset"]]]),
@@ -22,6 +24,11 @@ export class Unit {
   inbox(values) {
     this.#inbox.replaceChildren(...Object.entries(values).map(([name, value]) =>
       make("div", {}, make("dt", {}, name), make("dd", {}, String(value)))));
+  }
+
+  status({ state, label, warning, position, length, error }) {
+    this.#progress.value = length > 0 ? position / length : 0;
+    this.#playing.textContent = [state, label, warning, error].filter(Boolean).join(": ");
   }
 
   async #send(verb, given, said) {
@@ -57,6 +64,16 @@ export class Unit {
         await this.#send("Emit", ["KeyStateChangeSignal", fields.code.value, "1"], said);
         await this.#send("Emit", ["KeyStateChangeSignal", fields.code.value, "0"], said);
       });
+  }
+
+  #scenarios(scenarios) {
+    const choice = make("select", { name: "file" }, ...scenarios.map(([name, help]) => make("option", { value: name, title: help }, name)));
+    const speed = make("select", { name: "speed" }, ...[["1", "as it is"], ["10", "10 times"], ["0", "as fast as it goes"]].map(([value, text]) => make("option", { value }, text)));
+    const stop = make("button", { type: "button", onclick: ({ currentTarget }) =>
+      this.#send("Stop", [], currentTarget.closest("form").querySelector("output")) }, "Stop");
+    return this.#form("Play a scenario", [make("label", {}, make("span", {}, "scenario"), choice), make("label", {}, make("span", {}, "speed"), speed),
+      make("button", { type: "submit" }, "Play"), stop, this.#progress, this.#playing],
+      (fields, said) => this.#send("Play", [fields.file.value, fields.speed.value], said));
   }
 
   #faults(faults) {
