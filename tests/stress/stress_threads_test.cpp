@@ -26,6 +26,7 @@ namespace {
 
 constexpr char kSignal[] = "PowerOffDelayTimeChangeSignal";  // carries a byte: here the low byte of a sequence number
 constexpr char kListen[] = "--listen";
+constexpr std::chrono::seconds kFlood(60);  // twenty searches, on a loaded machine
 constexpr auto kDay = HLXPower::LIGHT_TYPE_DAY;
 
 int Scaled(int a_second) {
@@ -292,8 +293,8 @@ TEST_F(Stress, TheLastOfAFloodOfSticksHasTheLastWord) {
                 0);
       for (int i = 0; i < 20; ++i, ++reports) report(i % 5 == 3 ? 2 : 1);
       results.last = 0;
-      const bool told = RunUntil([&, wanted = outcome] { return results.last == wanted; });
-      wrong += told && RunUntil([&] { return threads() <= before + 1; }) && results.last == outcome ? 0 : 1;
+      const bool told = RunUntil([&, wanted = outcome] { return results.last == wanted; }, kFlood);
+      wrong += told && RunUntil([&] { return threads() <= before + 1; }, kFlood) && results.last == outcome ? 0 : 1;
     }
   }
   Print("reports of sticks, in floods of twenty", reports);
