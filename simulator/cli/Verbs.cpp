@@ -202,10 +202,12 @@ void StatusVerb(bool json) {
     std::fputs(LineOf(status).c_str(), stdout);
     return;
   }
-  for (const auto& [name, value] : status.items()) {
-    const std::string text = value.is_string() ? value.get<std::string>() : value.dump();
-    if (!text.empty()) std::printf("%-10s %s\n", name.c_str(), text.c_str());
+  for (const char* const text : {"state", "file", "label", "warning", "error"}) {
+    const std::string said = status[text].get<std::string>();
+    if (!said.empty()) std::printf("%-10s %s\n", text, said.c_str());
   }
+  std::printf("%-10s %.1f of %.1f s\n", "position", status["position"].get<double>(), status["length"].get<double>());
+  std::printf("%-10s %s\n", "events", status["events"].dump().c_str());
 }
 
 void RebootVerb(const std::string& how) { ControlClient().Call("Reboot", g_variant_new("(s)", how.c_str())); }
