@@ -61,6 +61,19 @@ def browser():
     return driver
 
 
+# How far down, of 1, the first line of the plot is at its right edge, which is now; -1: there is none.
+LINE_AT_THE_EDGE = """
+const canvas = document.querySelector("#plot canvas");
+const color = getComputedStyle(document.querySelector("#plot li")).color.match(/\\d+/g).map(Number);
+const pixels = canvas.getContext("2d").getImageData(canvas.width - 3, 0, 1, canvas.height).data;
+for (let row = 0; row < canvas.height; ++row) {
+  const off = color.map((part, i) => Math.abs(part - pixels[4 * row + i])).reduce((a, b) => a + b);
+  if (off < 60 && pixels[4 * row + 3] > 200) return row / canvas.height;
+}
+return -1;
+"""
+
+
 class Panel(unittest.TestCase):
     @classmethod
     def setUpClass(cls):
@@ -121,6 +134,19 @@ class Panel(unittest.TestCase):
             self.shows(name, text)
         self.until(lambda: "87" in self.page.find_element(By.CSS_SELECTOR, "#cluster .number").text, "the dial")
         self.assertIn("trunk", self.page.find_element(By.CSS_SELECTOR, "#car .said").text)
+
+    def test_the_plot_draws_what_changes_and_pauses(self):
+        pause = self.page.find_element(By.CSS_SELECTOR, "#plot button[name=pause]")
+        now = lambda: self.page.execute_script(LINE_AT_THE_EDGE)
+        for speed, low in (("100", False), ("0", True)):
+            unit("set", "misc.car_speed", speed)
+            self.until(lambda: (now() > 0.7) == low and now() >= 0, f"the line at {speed}")
+        pause.click()
+        unit("set", "misc.car_speed", "100")
+        self.shows("misc.car_speed", "100")
+        self.assertGreater(now(), 0.7)
+        pause.click()
+        self.until(lambda: 0 <= now() < 0.3, "the line goes on")
 
     def test_events_and_calls_are_listed(self):
         unit("emit", "KeyStateChangeSignal", "0x12", "1")
