@@ -55,7 +55,7 @@ signal any delay 9 | faults | warning: the simulated unit does this on purpose: 
 signal any reorder | faults | warning: the simulated unit does this on purpose: signal any reorder
 service hang | answer | failure: the system service does not answer: process
 service vanish | name | failure: nobody owns com.vorn.linux.systemservice ; service crash | name | failure: nobody owns
-service restart 60 | name | failure: nobody owns ; record time freeze | motion | warning: no signal and no change
+service restart 60 | name | failure: nobody owns ; record time freeze | motion | warning:
 record power freeze | faults | warning: the simulated unit does this on purpose: record power freeze
 record misc garbage | values | warning: misc: misc.
 segment power small | record | failure: power: 46 bytes, mode 0666 ; segment missing | record | failure: info: is not there
