@@ -30,6 +30,9 @@ bool IsThere() { return fs::exists(fs::symlink_status(kStick)); }
 std::vector<std::string> Maker(const std::string& what) {
   if (what.rfind('/', 0) == 0) {
     if (!fs::is_directory(what)) throw catalog::BadValue("stick: there is no directory " + what);
+    if (std::string(kStick).rfind((fs::canonical(what) / "").string(), 0) == 0) {
+      throw catalog::BadValue("stick: " + what + " holds the unit's own /media");
+    }
     return {"cp", "-rT", "--no-preserve=mode", "--", what, kNewStick};
   }
   std::vector<std::string> names;

@@ -219,6 +219,7 @@ TEST_F(UpdateOnTheBus, EveryKindOfStick) {
   Stick({"insert"}, 2, "stick takes insert DIRECTORY | KIND, or remove");
   Stick({"insert", "god"}, 2, "there is no kind of stick 'god'; did you mean good?");
   Stick({"insert", "./nowhere"}, 2, "stick: there is no directory /");
+  Stick({"insert", "/"}, 2, "stick: / holds the unit's own /media");
   ASSERT_EQ(rename("/app/etc/sys_version.conf", "/tmp/sys_version.conf"), 0);
   Stick({"insert", "good"}, 1, "there is no version file /app/etc/sys_version.conf of a unit");
   ASSERT_EQ(unlink("/media/.hlx-sandbox"), 0);
