@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <exception>
 #include <utility>
 
 #include "platform/LibConfigs.h"
@@ -158,7 +159,7 @@ void Player::Fail(const std::string& why) {
 
 void Player::Perform(const Step& step) try {
   std::visit([this](const auto& what) { Perform(what); }, step.what);
-} catch (const BadValue& problem) {
+} catch (const std::exception& problem) {
   Fail(BadFile(script_.file, step.line, problem.what()).what());
 }
 
