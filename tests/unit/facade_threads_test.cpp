@@ -296,6 +296,7 @@ TEST_F(Facade, TwoContextsMayDeliverTheSameEvents) {
     service.Emit("SpeakerStateChangeSignal", "()");
   }
   EXPECT_TRUE(RunUntil([&] { return events.events == 20; })) << events.events;
+  HLX_ReleaseSystemProxy();  // while there are threads to free what belongs to their contexts
 }
 
 }  // namespace
