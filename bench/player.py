@@ -38,7 +38,8 @@ def played(scenario, speed, directory):
     subprocess.run([SIMULATOR, "play", file, "--speed", speed, "--wait"], check=True)
     sent = json.loads(subprocess.run([SIMULATOR, "status", "--json"], check=True, capture_output=True).stdout)["events"]
     subprocess.run([SIMULATOR, "emit", LAST], check=True)
-    while LAST not in capture.read_text()[-4096:]:
+    end = time.monotonic() + 60
+    while LAST not in capture.read_text()[-4096:] and time.monotonic() < end:
         time.sleep(0.1)
     client.send_signal(signal.SIGINT)
     client.wait()

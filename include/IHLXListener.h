@@ -4,7 +4,6 @@
 #include <HLXMutex.h>
 
 #include <set>
-#include <utility>
 
 #include "HLXExport.h"
 
@@ -20,9 +19,8 @@
 /// Threads: registration takes no lock. Add and remove listeners on the thread whose main context delivers the events
 /// (the one that called HLX_StartSystemProxy()), or before the start. The update client also notifies on its search
 /// thread, and the misc client on the thread that asks for GetSteelMateRadarInfo(): put LockListener() and
-/// UnlockListener() around a registration with these two. A callback must not remove listeners of the same
-/// client: the registry is being walked at that time, with its mutex held. One that it adds still hears the event when
-/// its address is higher than that of the listener which is called.
+/// UnlockListener() around a registration with these two. A callback must not add or remove listeners of the same
+/// client: the registry is being walked at that time, with its mutex held.
 ///
 /// The order of the virtual functions is part of the binary interface.
 template <class T>

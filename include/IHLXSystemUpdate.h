@@ -27,9 +27,9 @@ class HLX_API IHLXSystemUpdate : public IHLXListener<IHLXUpdateListener> {
   /// Starts or controls the update of the CAN box. Event: OnUpdateRequestResultInform() and OnUpdateCanProcess().
   /// @param canUpdate passed to the service unchanged
   virtual void SetCanUpdata(int canUpdate) = 0;
-  /// Versions of the package that was examined last; all empty before the first search and after a new report. The
-  /// MCU's three are always empty; the serial number is the package file's, if it has one. Event:
-  /// OnDetectValidUpdateFileNotify().
+  /// Versions of the package that was examined last; all empty before the first search and after a new report, until a
+  /// package was read, perhaps by a search that the report has overtaken. The MCU's three are always empty; the serial
+  /// number is the package file's, if it has one. Event: OnDetectValidUpdateFileNotify().
   /// @param[out] info the versions
   /// @return 1
   virtual int GetUpdateVersionInfo(SystemInfo::VersionInfo& info) = 0;

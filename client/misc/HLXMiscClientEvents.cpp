@@ -1,5 +1,4 @@
 // Doors, speakers, keys, steering wheel and mileage.
-#include <utility>
 
 #include "client/misc/CanProtocol.h"
 #include "client/misc/HLXMiscClient.h"

@@ -84,9 +84,12 @@ void PackageSearch::Report() {
   }
   try {
     std::thread([search] { search->Run(); }).detach();
-  } catch (const std::exception& error) {
+  } catch (const std::system_error& error) {
     HLX_LOG_ERROR("no thread for the package search: %s", error.what());
     EndTurn(search.get());
+  } catch (...) {
+    EndTurn(search.get());
+    throw;
   }
 }
 

@@ -32,7 +32,7 @@ class PackageSearch : public std::enable_shared_from_this<PackageSearch> {
   /// @return false when the calling thread must not wait for that, see DispatchGate; nothing has changed then
   [[nodiscard]] bool Detach();
 
-  /// Of the newest search, once it has read them.
+  /// Of the package examined last, also by a search that was overtaken meanwhile.
   SystemInfo::VersionInfo PackageVersion() const;
 
  private:

@@ -27,14 +27,5 @@ int RunOutside(const RunOptions& options);
 /// Inside them: bus and namespaces are there; starts the unit, then the command. What RunOutside() gives.
 int RunInside(const RunOptions& options);
 
-/// As exec() takes them, null at the end. `words` must outlive it.
-inline std::vector<char*> ArgumentsOf(const std::vector<std::string>& words) {
-  std::vector<char*> arguments;
-  arguments.reserve(words.size() + 1);
-  for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
-  arguments.push_back(nullptr);
-  return arguments;
-}
-
 /// One byte each over the channel.
 constexpr char kCommandStarted = 's';  ///< from inside; outside sends the numbers of signals for the command

@@ -12,6 +12,7 @@
 #include <fstream>
 #include <utility>
 
+#include "cli/Arguments.h"
 #include "dbus/GLibPtr.h"
 #include "simulator/Configuration.h"
 #include "simulator/Installed.h"

@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "catalog/Value.h"
+#include "cli/Arguments.h"
 #include "simulator/Installed.h"
 #include "simulator/cli/ControlClient.h"
 #include "simulator/cli/Run.h"

@@ -85,7 +85,7 @@ std::vector<ListEntry> ListOf(const std::string& kind) {
     kinds.emplace_back(row.kind);
     if (kind.empty() || kind == row.kind) row.add(entries);
   }
-  if (entries.empty()) throw Unknown("kind", kind, catalog::Nearest(kind, kinds));
+  if (entries.empty()) throw UnknownAmong("kind", kind, kinds);
   return entries;
 }
 

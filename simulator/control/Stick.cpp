@@ -6,6 +6,7 @@
 
 #include "HLXUpdateTypes.h"
 #include "catalog/Catalog.h"
+#include "cli/Arguments.h"
 #include "platform/LibConfigs.h"
 #include "simulator/Installed.h"
 #include "simulator/model/Names.h"
@@ -43,8 +44,7 @@ std::vector<std::string> Maker(const std::string& what) {
     if (program.empty()) throw std::runtime_error("stick: hlx-make-package was not installed with this program");
     return {program, "--model", GetLibConfigs()->GetString("/project/project_model_name"), what, kNewStick};
   }
-  const std::vector<std::string> near = catalog::Nearest(what, names);
-  throw Unknown("kind of stick", what, near.empty() ? names : near);
+  throw UnknownAmong("kind of stick", what, names);
 }
 
 }  // namespace
@@ -81,12 +81,9 @@ void Stick::Remove() {
 }
 
 void Stick::Make(const std::vector<std::string>& command) {
-  std::vector<const char*> words;
-  words.reserve(command.size() + 1);
-  for (const std::string& word : command) words.push_back(word.c_str());
-  words.push_back(nullptr);
   GError* problem = nullptr;
-  const GLibPtr<GSubprocess> maker(g_subprocess_newv(words.data(), G_SUBPROCESS_FLAGS_STDERR_PIPE, &problem));
+  const GLibPtr<GSubprocess> maker(
+      g_subprocess_newv(ArgumentsOf(command).data(), G_SUBPROCESS_FLAGS_STDERR_PIPE, &problem));
   if (maker == nullptr) throw std::runtime_error(std::string("stick: ") + GLibPtr<GError>(problem)->message);
   g_subprocess_communicate_utf8_async(maker.get(), nullptr, cancel_.get(), OnMade, this);
 }

@@ -1,6 +1,7 @@
 // Scenarios: what a person wrote, in the form of hlx-scenario.schema.json.
 #include <algorithm>
 #include <cmath>
+#include <sstream>
 
 #include "catalog/Catalog.h"
 #include "dbus_system.h"
@@ -64,11 +65,7 @@ class ScenarioReader {
   void CheckKeys(const Located& node, const Names& allowed) const {
     for (const auto& [key, member] : node.members) {
       if (std::find(allowed.begin(), allowed.end(), key) != allowed.end()) continue;
-      const Names near = catalog::Nearest(key, allowed);
-      std::string text = "\"" + key + "\" is not known here; " + (near.empty() ? "there are: " : "did you mean: ");
-      const Names& right = near.empty() ? allowed : near;
-      for (const std::string& name : right) text.append(&name == &right.front() ? "" : ", ").append(name);
-      Throw(member, text);
+      Throw(member, UnknownAmong("key", key, allowed).what());
     }
   }
   std::string TextOf(const Located& node) const {
@@ -228,12 +225,8 @@ class ScenarioReader {
 
   void ReadFault(const Located& step, const Located& fault) {
     FaultStep what;
-    const std::string text = TextOf(fault);
-    for (std::size_t begin = 0; begin < text.size();) {
-      const std::size_t end = std::min(text.find(' ', begin), text.size());
-      if (end > begin) what.words.push_back(text.substr(begin, end - begin));
-      begin = end + 1;
-    }
+    std::istringstream words(TextOf(fault));
+    for (std::string word; words >> word;) what.words.push_back(word);
     what.times = static_cast<unsigned int>(Optional(step, "times", 1, 1e6, 0));
     At(fault, [&] { return what.words == Names{"clear"} || ParseFault(what.words, what.times).left == what.times; });
     Add(fault, time_, what);
@@ -259,7 +252,7 @@ class ScenarioReader {
     Names all;
     for (GDBusArgInfo** arg = info->in_args; arg != nullptr && *arg != nullptr; ++arg) all.emplace_back((*arg)->name);
     if (std::find(all.begin(), all.end(), name) == all.end()) {
-      Throw(value, Unknown("argument of " + method, name, all).what());
+      Throw(value, UnknownAmong("argument of " + method, name, all).what());
     }
     Expect(value, Kind::kScalar, name + ": a number or a word is needed");
   }

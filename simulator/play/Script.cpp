@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 
 #include "catalog/Catalog.h"
@@ -16,6 +17,7 @@
 #include "simulator/play/Located.h"
 
 using catalog::BadValue;
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -23,12 +25,10 @@ constexpr char kSuffix[] = ".json";
 
 std::vector<std::string> InstalledNames() {
   std::vector<std::string> names;
-  GDir* const directory = g_dir_open(InstalledFile("scenarios").c_str(), 0, nullptr);
-  if (directory == nullptr) return names;
-  while (const gchar* const file = g_dir_read_name(directory)) {
-    if (g_str_has_suffix(file, kSuffix)) names.emplace_back(file, std::strlen(file) - std::strlen(kSuffix));
+  std::error_code none;  // nothing was installed: there are no names
+  for (const auto& entry : fs::directory_iterator(InstalledFile("scenarios"), none)) {
+    if (entry.path().extension() == kSuffix) names.push_back(entry.path().stem());
   }
-  g_dir_close(directory);
   std::sort(names.begin(), names.end());
   return names;
 }

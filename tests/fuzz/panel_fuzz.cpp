@@ -1,11 +1,11 @@
 // Fuzz target over what a browser sends to the panel: lines, one message each, over a WebSocket of libsoup. Whatever
 // comes, all that goes back is JSON, and the next message is answered.
 #include <gio/gio.h>
-#include <sys/socket.h>
 
 #include <nlohmann/json.hpp>
 
 #include "tests/fuzz/Input.h"
+#include "tests/fuzz/StreamPair.h"
 #include "tools/common/Bus.h"
 #include "tools/hlx-panel/Panel.h"
 
@@ -19,8 +19,7 @@ constexpr std::uint64_t kLastId = 4294967297;
 class Show {
  public:
   Show() {
-    int ends[2];
-    Require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0);
+    const StreamPair ends;
     SoupWebsocketConnection* const server = Connect(ends[0], SOUP_WEBSOCKET_CONNECTION_SERVER);
     browser_ = Connect(ends[1], SOUP_WEBSOCKET_CONNECTION_CLIENT);
     g_signal_connect(browser_, "message", G_CALLBACK(+[](SoupWebsocketConnection*, gint, GBytes* text, gpointer self) {
@@ -38,16 +37,12 @@ class Show {
   }
 
  private:
-  static SoupWebsocketConnection* Connect(int socket_end, SoupWebsocketConnectionType type) {
-    GSocket* const socket = g_socket_new_from_fd(socket_end, nullptr);
-    GSocketConnection* const stream = g_socket_connection_factory_create_connection(socket);
+  static SoupWebsocketConnection* Connect(GIOStream* stream, SoupWebsocketConnectionType type) {
     GUri* const address = g_uri_parse("ws://127.0.0.1/ws", G_URI_FLAGS_NONE, nullptr);
     SoupWebsocketConnection* const connection =
-        soup_websocket_connection_new(G_IO_STREAM(stream), address, type, nullptr, nullptr, nullptr);
+        soup_websocket_connection_new(stream, address, type, nullptr, nullptr, nullptr);
     soup_websocket_connection_set_max_incoming_payload_size(connection, 0);
     g_uri_unref(address);
-    g_object_unref(stream);
-    g_object_unref(socket);
     return connection;
   }
 

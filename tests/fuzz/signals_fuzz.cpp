@@ -4,7 +4,6 @@
 #include <gio/gio.h>
 #include <sys/ipc.h>
 #include <sys/shm.h>
-#include <sys/socket.h>
 
 #include <algorithm>
 #include <memory>
@@ -19,23 +18,13 @@
 #include "client/time/HLXTimeClient.h"
 #include "dbus/GLibPtr.h"
 #include "tests/fuzz/Input.h"
+#include "tests/fuzz/StreamPair.h"
 
 namespace {
 
 constexpr char kPath[] = "/com/vorn/linux/systemservice";
 constexpr char kInterface[] = "com.vorn.linux.system";
 constexpr char kBehind[] = "fuzz.Behind";  ///< comes when all that was sent before it has been told
-
-/// One end of a connection without a bus. Both ends must be made at once.
-GDBusConnection* Connect(int socket_end, const char* guid, GDBusConnectionFlags flags) {
-  GSocket* const socket = g_socket_new_from_fd(socket_end, nullptr);
-  GSocketConnection* const stream = g_socket_connection_factory_create_connection(socket);
-  GDBusConnection* const connection =
-      g_dbus_connection_new_sync(G_IO_STREAM(stream), guid, flags, nullptr, nullptr, nullptr);
-  g_object_unref(stream);
-  g_object_unref(socket);
-  return connection;
-}
 
 /// Whether there is a message that carries this, and a bus would let it through.
 bool IsCarried(const char* signal, GVariant* arguments) {
@@ -58,13 +47,14 @@ struct Application {
     for (const catalog::RecordInfo& info : catalog::Records()) {
       shmat(shmget(static_cast<key_t>(info.key), info.size, IPC_CREAT | 0666), nullptr, 0);
     }
-    int ends[2];
-    Require(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, ends) == 0);
+    const StreamPair ends;  // of a connection without a bus; both must be made at once
     std::thread other_end([&] {
       const GLibPtr<gchar> guid(g_dbus_generate_guid());
-      service = Connect(ends[0], guid.get(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_SERVER);
+      service = g_dbus_connection_new_sync(ends[0], guid.get(), G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_SERVER, nullptr,
+                                           nullptr, nullptr);
     });
-    connection = Connect(ends[1], nullptr, G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT);
+    connection = g_dbus_connection_new_sync(ends[1], nullptr, G_DBUS_CONNECTION_FLAGS_AUTHENTICATION_CLIENT, nullptr,
+                                            nullptr, nullptr);
     other_end.join();
     proxy = com_vorn_linux_system_proxy_new_sync(connection, G_DBUS_PROXY_FLAGS_DO_NOT_LOAD_PROPERTIES, nullptr, kPath,
                                                  nullptr, nullptr);

@@ -82,9 +82,9 @@ const char kWrong[] = R"(
 {"set":{"time.date":"1"}} | 1 | time.date cannot be set: the unit decides it
 {"set":[1]} | 1 | set: an object of names and values is needed
 {"set":{"power.acc":[1]}} | 1 | a number or a word is needed
-{"sett":{}} | 1 | "sett" is not known here; did you mean: set
+{"sett":{}} | 1 | there is no key 'sett'; did you mean set?
 {"set":{},"emit":"x"} | 1 | set and emit are steps of their own
-{"set":{},"times":1} | 1 | "times" is not known here
+{"set":{},"times":1} | 1 | there is no key 'times'; did you mean
 {} | 1 | a step needs something to do
 7 | 1 | a step is an object
 {"after":-1} | 1 | after: a number from 0 to 604800 is needed, not -1

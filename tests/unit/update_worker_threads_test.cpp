@@ -55,15 +55,26 @@ bool InTime(const Done& done) {
   return true;
 }
 
+/// The unit's versions, and what happens while they are asked for.
+class Info : public HLXInfoClient {
+ public:
+  std::function<void()> during_look = [] {};
+  int GetLocalVersionInfo(SystemInfo::VersionInfo& version) override {
+    during_look();
+    return HLXInfoClient::GetLocalVersionInfo(version);
+  }
+};
+
 /// A stick with a good package, and searches of it. The service's reports come from the cases.
 struct Unit {
   std::function<void(int)> during_callback = [](int) {};
-  std::unique_ptr<HLXInfoClient> info;
+  std::unique_ptr<Info> info;
   std::shared_ptr<PackageSearch> search;
 
   explicit Unit(const std::string& unit_version = "V1.2.3.4") {
     fake::Reset();
     fake::RemoveSegments();
+    setenv("PATH", "/tmp/bin:/usr/bin:/bin", 1);
     fake::Get().exec = [](const std::string& command, int) { return Exec(command); };
     Shell(
         "chmod 755 /data; rm -rf /data/update /media/usbstorage0 /tmp/go /tmp/checkers; "
@@ -73,7 +84,7 @@ struct Unit {
     std::ofstream("/tmp/bin/md5sum") << kChecker;
     chmod("/tmp/bin/md5sum", 0755);
     std::ofstream("/app/etc/sys_version.conf") << "ARM Version:" << unit_version << "\n";
-    info = std::make_unique<HLXInfoClient>();
+    info = std::make_unique<Info>();
     fake::Get().log.clear();
     search = std::make_shared<PackageSearch>(info.get(), [this](UpdateNotifyResult result) {
       during_callback(result);
@@ -114,7 +125,6 @@ struct Unit {
 };
 
 TEST(UpdateWorker, WhatMayHappenToASearch) {
-  setenv("PATH", (std::string("/tmp/bin:") + getenv("PATH")).c_str(), 1);
   setenv("LC_ALL", "es_ES.UTF-8", 1);
   const auto nothing = [](Unit&) {};
   struct {
@@ -194,6 +204,16 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     }
     EXPECT_TRUE(test.exec || !IsThere("/data/update/app")) << "left behind";
   }
+}
+
+TEST(UpdateWorker, WhatWasReadOfAPackageIsKeptThoughTheSearchIsOvertakenMeanwhile) {
+  Unit unit;
+  unit.info->during_look = [&unit] { unit.search->Withdraw(); };
+  unit.search->Report();
+  Unit::PassChecksums();
+  ASSERT_TRUE(unit.Ended());
+  EXPECT_THAT(unit.Results(), testing::IsEmpty());
+  EXPECT_EQ(unit.search->PackageVersion().arm_version, "V1.2.3.5");
 }
 
 TEST(UpdateWorker, SearchesComeInTheOrderOfTheirReports) {
