@@ -15,6 +15,8 @@ HLX_LOG_SOURCE("platform/host/HostConfigs");
 
 namespace {
 
+constexpr off_t kMostBytes = 1 << 20;
+
 struct KeyFileDeleter {
   void operator()(GKeyFile* file) const { g_key_file_unref(file); }
 };
@@ -79,13 +81,19 @@ class HostConfigs : public LibConfigs {
     const std::string path = host::ConfigFile();
     struct stat status {};
     Version version;
-    if (stat(path.c_str(), &status) == 0) version = {status.st_mtim, status.st_ino, status.st_size};
+    const bool there = stat(path.c_str(), &status) == 0;
+    if (there) version = {status.st_mtim, status.st_ino, status.st_size};
     if (file_ != nullptr && path == path_ && version == version_) return;
     path_ = path;
     version_ = version;
     complained_.clear();
     texts_.clear();
     file_.reset(g_key_file_new());
+    if (there && (!S_ISREG(status.st_mode) || status.st_size > kMostBytes)) {  // a pipe would be waited for
+      HLX_HOST_COMPLAIN("configuration file %s: %s; no key is set", path.c_str(),
+                        S_ISREG(status.st_mode) ? "more than 1 MiB" : "no regular file");
+      return;
+    }
     g_autoptr(GError) error = nullptr;
     if (g_key_file_load_from_file(file_.get(), path.c_str(), G_KEY_FILE_NONE, &error)) return;
     file_.reset(g_key_file_new());

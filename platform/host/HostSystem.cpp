@@ -1,4 +1,5 @@
 #include <glib.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -16,6 +17,7 @@ HLX_LOG_SOURCE("platform/host/HostSystem");
 namespace {
 
 constexpr unsigned int kDefaultGamma = 8;
+constexpr off_t kMostBytes = 4096;  ///< of a file that holds a boot id
 
 constexpr char kTellsItsStatus[] = R"(/bin/sh -c "$1" 3>&-; echo $? >&3)";
 
@@ -31,7 +33,11 @@ int FindColdBoot() {
   }
   const std::string directory = host::StateDirectory();
   const std::string file = directory + "/boot_id";
-  if (g_file_get_contents(file.c_str(), &remembered, nullptr, nullptr) && g_str_equal(remembered, boot_id)) return 0;
+  struct stat status {};  // a pipe would be waited for
+  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size < kMostBytes &&
+      g_file_get_contents(file.c_str(), &remembered, nullptr, nullptr) && g_str_equal(remembered, boot_id)) {
+    return 0;
+  }
   g_mkdir_with_parents(directory.c_str(), 0700);  // a failure shows when the file is written
   if (!g_file_set_contents(file.c_str(), boot_id, -1, &error)) {
     HLX_HOST_COMPLAIN("this boot is not remembered, the next start counts as a cold boot too: %s", error->message);

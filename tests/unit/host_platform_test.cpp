@@ -97,6 +97,13 @@ class HostPlatform : public testing::Test {
     EXPECT_TRUE(read == 0 || write == 0 || Slurp(persist) == before);
   }
 
+  /// What a new process is told of the boot, twice, as two digits.
+  static int AskedTwice() {
+    const pid_t child = fork();
+    if (child == 0) _exit(10 * IsSystemColdBoot() + IsSystemColdBoot());
+    return Wait(child);
+  }
+
   const fs::path dir = fs::temp_directory_path() / ("host-" + std::to_string(getpid()));
   const fs::path config = dir / "platform.conf", persist = dir / "new" / "persist.db", state = dir / "state";
   const std::string about_config = "configuration file " + config.string() + ": ";
@@ -262,18 +269,30 @@ TEST_F(HostPlatform, CommandsCannotAskAndSpeakEnglish) {
 }
 
 TEST_F(HostPlatform, ColdBootIsTheFirstProcessToAskInABoot) {
-  const auto asked = [] {
-    const pid_t child = fork();
-    if (child == 0) _exit(10 * IsSystemColdBoot() + IsSystemColdBoot());
-    return Wait(child);
-  };
-  EXPECT_EQ(asked(), 11) << "cold as long as the process lives";
-  EXPECT_EQ(asked(), 0);
+  EXPECT_EQ(AskedTwice(), 11) << "cold as long as the process lives";
+  EXPECT_EQ(AskedTwice(), 0);
   Spit(state / "boot_id", "another boot\n");
-  EXPECT_EQ(asked(), 11);
+  EXPECT_EQ(AskedTwice(), 11);
   fs::remove_all(state);
   Spit(state, "no directory");
-  EXPECT_TRUE(asked() == 11 && asked() == 11) << "cannot be remembered";
+  EXPECT_TRUE(AskedTwice() == 11 && AskedTwice() == 11) << "cannot be remembered";
+}
+
+TEST_F(HostPlatform, WhatIsNoFileIsNeitherWaitedForNorReadWhole) {
+  const std::pair<const char*, const char*> rows[] = {
+      {"mkdir ", "no regular file"}, {"mkfifo ", "no regular file"}, {"truncate -s 100G ", "more than 1 MiB"}};
+  for (const auto& [make, problem] : rows) {
+    for (const fs::path& file : {config, persist, state / "boot_id"}) {
+      fs::remove_all(file);
+      fs::create_directories(file.parent_path());
+      EXPECT_EQ(HLX_ExecSystemCmd((make + file.string()).c_str(), 0), 1);
+    }
+    EXPECT_EQ(Zone() + Zone(), 0);
+    EXPECT_EQ(Messages(), about_config + problem + "; no key is set\n");
+    EXPECT_TRUE(Read(1) != 0 && Write(1, 7) != 0);
+    EXPECT_THAT(Messages(), MatchesRegex("settings file [^\n]+ read: [^\n]+\nsettings file [^\n]+ written: [^\n]+\n"));
+    EXPECT_EQ(AskedTwice(), 11);
+  }
 }
 
 TEST_F(HostPlatform, GammaAndClock) {

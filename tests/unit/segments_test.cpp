@@ -86,16 +86,31 @@ TEST_P(Segments, OneThatIsTooSmallEndsTheProcess) {
               HasSubstr("\nERROR system data info shmget failed:Invalid argument" + Fatal()));
 }
 
-TEST_P(Segments, OneThatCannotBeMappedEndsTheProcess) {
-  if (GetParam().mode == 0666) return;  // everybody may map that
+TEST_P(Segments, ALargerOneIsTakenAsItIs) {
+  ASSERT_NE(Segment(GetParam(), GetParam().size + 100000, IPC_CREAT | 0600), -1);
+  GetParam().make();
+  shmid_ds info{};
+  ASSERT_EQ(shmctl(Segment(GetParam(), 0, 0), IPC_STAT, &info), 0);
+  EXPECT_EQ(info.shm_segsz, GetParam().size + 100000);
+  EXPECT_EQ(info.shm_perm.mode & 0777U, 0600U);
+}
+
+/// Without privileges, as beside a segment that another user made: its bits decide.
+TEST_P(Segments, OneThatMayNotBeUsedEndsTheProcess) {
   const auto without_privileges = [this] {
     __user_cap_header_struct header{_LINUX_CAPABILITY_VERSION_3, 0};
     const __user_cap_data_struct none[2] = {};
     syscall(SYS_capset, &header, none);
     MakeAndTell();
   };
-  EXPECT_EXIT(without_privileges(), ExitedWithCode(2),
-              HasSubstr("\nERROR system data info  shmat failed:Permission denied" + Fatal()));
+  for (const unsigned int mode : {0U, 0222U, 0444U}) {
+    fake::RemoveSegments();
+    ASSERT_NE(Segment(GetParam(), GetParam().size, static_cast<int>(IPC_CREAT | mode)), -1);
+    const char* const step = (GetParam().mode & ~mode) != 0 ? "shmget" : " shmat";
+    EXPECT_EXIT(without_privileges(), ExitedWithCode(2),
+                HasSubstr("\nERROR system data info " + std::string(step) + " failed:Permission denied" + Fatal()))
+        << mode;
+  }
 }
 
 INSTANTIATE_TEST_SUITE_P(All, Segments, testing::ValuesIn(kHolders), [](const auto& holder) {
@@ -103,6 +118,23 @@ INSTANTIATE_TEST_SUITE_P(All, Segments, testing::ValuesIn(kHolders), [](const au
   for (char& c : name) c = c == '-' ? '_' : c;
   return name;
 });
+
+TEST(RemovedSegment, StaysWithWhoMappedIt) {
+  fake::Reset();
+  fake::RemoveSegments();
+  HLXPowerClient before(std::make_shared<ClientIpcAdapter>());
+  const int first = Segment(kHolders[0], 0, 0);
+  fake::RemoveSegments();
+  HLXPowerClient after(std::make_shared<ClientIpcAdapter>());
+  const int second = Segment(kHolders[0], 0, 0);
+  ASSERT_NE(first, second);
+  auto* const record = static_cast<HLXSystemData::PowerShmData*>(shmat(second, nullptr, 0));
+  EXPECT_EQ(before.IsAccOnState() + after.IsAccOnState(), 2);
+  record->is_acc_on = 0;
+  EXPECT_EQ(before.IsAccOnState() * 10 + after.IsAccOnState(), 10);
+  shmdt(record);
+  fake::RemoveSegments();
+}
 
 TEST(PersistErrors, HaveTheirNames) {
   const char* const names[] = {"Unknown Error.",
