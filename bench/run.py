@@ -16,6 +16,8 @@ import sys
 import tempfile
 import time
 
+import instructions
+
 TOOLS_UNIT = "com.vorn.linux.systemservice"
 
 
@@ -24,6 +26,11 @@ def lines_of(command, **options):
     if result.returncode != 0:
         sys.exit(f"{result.stderr}bench: {' '.join(map(str, command))} ended with {result.returncode}")
     return result.stdout.splitlines()
+
+
+def rows_of(command):
+    """Without what the library prints besides: records when there is no log system, files that it cannot open."""
+    return [line for line in lines_of(command) if "\t" in line]
 
 
 def put(row, subject, metric, value):
@@ -65,7 +72,7 @@ class Bench:
                 self.run_subject(label, program, *arguments, note=note)
 
     def run_subject(self, label, program, *arguments, note=""):
-        for line in lines_of([self.launch, self.program(program), *map(str, arguments)]):
+        for line in rows_of([self.launch, self.program(program), *map(str, arguments)]):
             row, _, metric, value = line.split("\t")
             put(row + note, label, metric, value)
 
@@ -104,7 +111,7 @@ class Bench:
                     browser.stdout.readline()
                 before = self.cpu_seconds(panel.pid)
                 self.emit(5 * self.options.paced, 1000)
-                put(f"panel, {count} browsers", "library", "cpu_percent",
+                put(f"panel, {count} browser{'s' if count > 1 else ''}", "library", "cpu_percent",
                     (self.cpu_seconds(panel.pid) - before) / (5 * self.options.paced / 1000) * 100)
                 for process in (*browsers, panel):
                     process.terminate()
@@ -155,7 +162,8 @@ class Bench:
                       f"--benchmark_repetitions={self.options.rounds}",
                       "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05"])
             runs = json.load(report)["benchmarks"]
-        for run in runs:
+        natural = lambda run: [int(part) if part.isdigit() else part for part in re.split(r"(\d+)", run["name"])]
+        for run in sorted(runs, key=natural):
             if run["run_type"] != "iteration":
                 continue
             row, subject, *argument = re.sub(r"/repeats:\d+", "", run["name"]).split("/")
@@ -165,10 +173,16 @@ class Bench:
                 put(row, subject, "allocations", run["allocations"])
             put(row, subject, "ns", run["cpu_time"])
 
+    def profile(self):
+        """The instructions of one command and one signal, and whose they are."""
+        for name, what in {"command": "call", "signal": "burst"}.items():
+            for owner, count in instructions.per_step(self.program("library"), what):
+                put(f"profile of a {name}", owner, "instructions", count)
+
     def construction(self):
         for area in ("power", "misc", "time", "info", "update"):
             program = [self.program("construction"), area]
-            for line in lines_of(program):
+            for line in rows_of(program):
                 print(line, flush=True)
             calls = [self.system_calls([self.program("construction"), what]) for what in (area, "nothing")]
             put(f"construction, {area}", "library", "system_calls", calls[0] - calls[1])
@@ -212,7 +226,7 @@ def main():
     parser.add_argument("--paced", type=int, default=2000, help="signals at 1,000 a second")
     parser.add_argument("--starts", type=int, default=5, help="in each round")
     parser.add_argument("--only", nargs="+", default=[], metavar="GROUP",
-                        choices=["bus", "clients", "micro", "construction", "size", "tools", "panel"])
+                        choices=["bus", "clients", "micro", "construction", "size", "tools", "panel", "profile"])
     options = parser.parse_args()
     bench = Bench(options.build.resolve(), options)
     groups = collections.OrderedDict(
@@ -222,11 +236,12 @@ def main():
         bus=[bench.bus],
         clients=[bench.clients],
         tools=[bench.tools],
-        panel=[bench.panel])
+        panel=[bench.panel],
+        profile=[bench.profile])
     for name, steps in groups.items():
         if options.only and name not in options.only:
             continue
-        with bench.service() if name in ("bus", "clients") else contextlib.nullcontext():
+        with bench.service() if name in ("bus", "clients", "profile") else contextlib.nullcontext():
             for step in steps:
                 step()
 
