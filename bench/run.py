@@ -207,7 +207,7 @@ class Bench:
         symbols = lines_of(["nm", "--print-size", "--size-sort", "--demangle", "--reverse-sort", library])
         for line in symbols[:10]:
             _, size, _, name = line.split(maxsplit=3)
-            put("largest symbols", name.replace("\t", " "), "bytes", int(size, 16))
+            put("largest symbols", name.replace("(anonymous namespace)::", ""), "bytes", int(size, 16))
 
     def linker(self):
         for label, program in self.in_turns(0, "bare", "library"):

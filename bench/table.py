@@ -60,7 +60,7 @@ def markdown(rows):
     print("| row | of | bare | measured | ratio | noise | at most |")
     print("|---|---|---:|---:|---:|---:|---:|")
     for row in rows:
-        name = row["row"] if row["subject"] == "library" else f"{row['row']}: {row['subject']}"
+        name = row["row"] if row["subject"] == "library" else f"{row['row']}: `{row['subject']}`"
         cells = [f"{row[key]:.3f}" if row[key] else "" for key in ("ratio", "noise", "bound")]
         bare = number(row["bare"]) if row["bare"] else ""
         print(f"| {name} | {row['metric']} | {bare} | {number(row['value'])} | {' | '.join(cells)} |")
