@@ -162,8 +162,7 @@ class Bench:
                       f"--benchmark_repetitions={self.options.rounds}",
                       "--benchmark_enable_random_interleaving=true", "--benchmark_min_time=0.05"])
             runs = json.load(report)["benchmarks"]
-        natural = lambda run: [int(part) if part.isdigit() else part for part in re.split(r"(\d+)", run["name"])]
-        for run in sorted(runs, key=natural):
+        for run in sorted(runs, key=lambda run: run["name"]):
             if run["run_type"] != "iteration":
                 continue
             row, subject, *argument = re.sub(r"/repeats:\d+", "", run["name"]).split("/")

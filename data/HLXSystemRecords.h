@@ -7,9 +7,9 @@
 ///
 /// Making a segment. Each record is a System V segment of its own: shmget() with the key below, sizeof the record, and
 /// IPC_CREAT. Whoever comes first makes it, service or client, and with it the permission bits: the library attaches to
-/// power, misc and time with 0444 (HLX_SHM_ATTACH_BITS) and to info with 0666 (HLX_SHM_CREATE_BITS). The library maps
-/// for writing, too: a segment of 0444 is open to privileged processes (CAP_IPC_OWNER) only. A service whose
-/// applications are not privileged runs before them and makes all four with 0666.
+/// power, misc and time with 0444 (HLX_SHM_ATTACH_BITS); its info client to misc and info with 0666
+/// (HLX_SHM_CREATE_BITS). The library maps for writing, too: a segment of 0444 is open to privileged processes
+/// (CAP_IPC_OWNER) only. A service whose applications are not privileged runs before them and makes all four with 0666.
 ///
 /// Filling a record. `initialised` is 0 in a fresh segment. Who finds 0 sets it to 1 and then fills in what is saved
 /// and configured; who finds another value changes nothing. The library does this in every client's construction. A

@@ -15,8 +15,6 @@ HLX_LOG_SOURCE("platform/host/HostConfigs");
 
 namespace {
 
-constexpr off_t kMostBytes = 1 << 20;
-
 struct KeyFileDeleter {
   void operator()(GKeyFile* file) const { g_key_file_unref(file); }
 };
@@ -89,7 +87,7 @@ class HostConfigs : public LibConfigs {
     complained_.clear();
     texts_.clear();
     file_.reset(g_key_file_new());
-    if (there && (!S_ISREG(status.st_mode) || status.st_size > kMostBytes)) {  // a pipe would be waited for
+    if (there && !host::IsReadable(status)) {
       HLX_HOST_COMPLAIN("configuration file %s: %s; no key is set", path.c_str(),
                         S_ISREG(status.st_mode) ? "more than 1 MiB" : "no regular file");
       return;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <glib.h>
+#include <sys/stat.h>
 
 #include <string>
 
@@ -26,5 +27,9 @@ inline std::string ConfigFile() {
   std::string named = Environment("HLX_HOST_CONFIG");
   return named.empty() ? std::string(g_get_user_config_dir()) + "/hlx/platform.conf" : named;
 }
+
+/// Whether a file of this status may be read whole: a pipe would be waited for, and a giant fill the memory.
+constexpr off_t kMostBytes = 1 << 20;
+inline bool IsReadable(const struct stat& status) { return S_ISREG(status.st_mode) && status.st_size <= kMostBytes; }
 
 }  // namespace host

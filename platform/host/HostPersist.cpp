@@ -33,6 +33,7 @@ constexpr int kHasteMs = 20;
 // EXTRA also syncs the directory after the journal is gone: without it a power cut may undo the last commit.
 constexpr char kSchema[] =
     "PRAGMA synchronous = EXTRA;"
+    "PRAGMA cell_size_check = ON;"  // a damaged page is an error, not empty
     "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
     " WITHOUT ROWID";
 

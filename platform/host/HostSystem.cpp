@@ -17,7 +17,6 @@ HLX_LOG_SOURCE("platform/host/HostSystem");
 namespace {
 
 constexpr unsigned int kDefaultGamma = 8;
-constexpr off_t kMostBytes = 4096;  ///< of a file that holds a boot id
 
 constexpr char kTellsItsStatus[] = R"(/bin/sh -c "$1" 3>&-; echo $? >&3)";
 
@@ -33,8 +32,8 @@ int FindColdBoot() {
   }
   const std::string directory = host::StateDirectory();
   const std::string file = directory + "/boot_id";
-  struct stat status {};  // a pipe would be waited for
-  if (stat(file.c_str(), &status) == 0 && S_ISREG(status.st_mode) && status.st_size < kMostBytes &&
+  struct stat status {};
+  if (stat(file.c_str(), &status) == 0 && host::IsReadable(status) &&
       g_file_get_contents(file.c_str(), &remembered, nullptr, nullptr) && g_str_equal(remembered, boot_id)) {
     return 0;
   }

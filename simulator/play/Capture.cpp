@@ -1,5 +1,5 @@
 // Captures: JSON lines, as `hlxctl record` and `hlx-simulator run --log` write them.
-#include <cstring>
+#include <utility>
 
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/Values.h"
@@ -42,11 +42,12 @@ class CaptureReader {
     if (line_ == 1) return ReadHead(line);
     const Located* const time = line.Find("t");
     if (time == nullptr || !time->IsNumber()) Throw("\"t\", the seconds since the beginning, is needed");
-    time_ = time->scalar.get<double>();
+    const double before = std::exchange(time_, time->scalar.get<double>());
     if (!(time_ >= 0 && time_ <= kLongest)) Throw("t: " + time->Text() + " is not within 0 to 604800");
+    if (time_ < before) Throw("t: " + time->Text() + " is before that of the line above");
     if (const Located* const values = line.Find("values")) ReadValues(*values);
     if (const Located* const signal = line.Find("signal")) ReadSignal(*signal, line.Find("args"));
-    script_.length = std::max(script_.length, time_);
+    script_.length = time_;
   } catch (const BadValue& problem) {
     Throw(problem.what());
   }

@@ -125,7 +125,7 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, std::size_t size) {
   const GLibPtr<GVariant> arguments(ValueOf(type, input.Rest()));
   if (arguments == nullptr) return 0;
   for (const std::string& callback : application->Told(signal.name, arguments.get())) {
-    Require(type == right);
+    Require(g_variant_get_type_string(arguments.get()) == right);
     Require(std::any_of(std::begin(signal.callbacks), std::end(signal.callbacks),
                         [&](const char* follows) { return follows != nullptr && callback == follows; }));
   }

@@ -135,6 +135,7 @@ TEST_F(ScenariosTest, WhatIsWrongIsSaidWithItsPlaceAndTheUnitGoesOn) {
       {capture + "\n{\"t\":1,\"signal\":\"Nothing\"}", ":2: there is no signal 'Nothing'"},
       {capture + "\n{\"signal\":\"AccStateChangeSignal\"}", ":2: \"t\", the seconds since the beginning, is needed"},
       {capture + "\n{\"t\":-1}", ":2: t: -1 is not within"},
+      {capture + "\n{\"t\":2}\n{\"t\":1.5}", ":3: t: 1.5 is before that of the line above"},
       {capture + "\n{\"t\":1,\"values\":{\"misc.dors\":1}}", ":2: there is no value 'misc.dors'"},
       {capture + "\n{\"t\":1,\"values\":{\"misc.car_speed\":\"fast\"}}", ":2: misc.car_speed: 'fast'"},
       {capture + "\n{\"t\":1,\"values\":7}", ":2: values: an object is needed"},

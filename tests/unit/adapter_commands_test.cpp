@@ -11,6 +11,10 @@
 #include "catalog/Catalog.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/ipc/LastCallError.h"
+#include "client/misc/HLXMiscClient.h"
+#include "client/power/HLXPowerClient.h"
+#include "client/time/HLXTimeClient.h"
+#include "client/update/HLXUpdateClient.h"
 #include "tests/support/FakePlatform.h"
 #include "tests/support/TestService.h"
 #include "zlog.h"
@@ -205,6 +209,47 @@ TEST_F(AdapterCommands, ReachTheServiceAndReportItsAnswer) {
     service.TakeCalls();
   }
   EXPECT_THAT(missing, testing::IsEmpty());
+}
+
+/// Something to give for a parameter; the numbers of a command differ.
+catalog::Scalar SampleOf(const catalog::Reading& reading, int64_t number) {
+  using Kind = catalog::Reading::Kind;
+  if (reading.kind == Kind::kText) return std::string("x");
+  if (reading.kind == Kind::kDate) return std::string("2024-02-29");
+  if (reading.kind == Kind::kClock) return std::string("23:59:30");
+  return number;
+}
+
+TEST_F(AdapterCommands, AreSentByThePublicFunctionsOfTheirNames) {
+  fake::RemoveSegments();
+  TestService service;
+  const auto adapter = std::make_shared<Adapter>();
+  ASSERT_TRUE(adapter->Init());
+  HLXPowerClient power(adapter);
+  HLXMiscClient misc(adapter);
+  HLXTimeClient time(adapter);
+  HLXUpdateClient update(adapter, nullptr);
+  const catalog::Clients clients{&power, &misc, &time, nullptr, &update};
+  for (const catalog::Command& command : catalog::Commands()) {
+    std::vector<catalog::Scalar> arguments;
+    std::string expected;
+    for (const catalog::Parameter& parameter : command.Parameters()) {
+      const auto number = static_cast<int64_t>(arguments.size() + 1);
+      arguments.push_back(SampleOf(parameter.reading, number));
+      const std::string text = std::to_string(number);
+      expected += std::holds_alternative<int64_t>(arguments.back())
+                      ? (expected.empty() ? "((byte 0x0|uint32 )?" : ", ((byte 0x0|uint32 )?") + text +
+                            (number == 1 ? "|true)" : ")")
+                      : "'x'";
+    }
+    const std::string method = command.method;
+    const bool is_record =
+        method.find("Cur") != method.npos || method == "SetLogoInfo" || method == "SetGpsUTCTimeSync";
+    EXPECT_TRUE(command.call(clients, arguments)) << command.function;
+    EXPECT_THAT(service.TakeCalls(),
+                ElementsAre(testing::MatchesRegex(method + (is_record ? " \\(<.*>,\\)" : " \\(" + expected + ",?\\)"))))
+        << command.function;
+  }
 }
 
 TEST_F(AdapterCommands, GpsTimeReturnsWhatTheServiceSays) {
