@@ -33,7 +33,6 @@ constexpr int kHasteMs = 20;
 // EXTRA also syncs the directory after the journal is gone: without it a power cut may undo the last commit.
 constexpr char kSchema[] =
     "PRAGMA synchronous = EXTRA;"
-    "PRAGMA cell_size_check = ON;"  // a damaged page is an error, not empty
     "CREATE TABLE IF NOT EXISTS items (module INTEGER, id INTEGER, value INTEGER NOT NULL, PRIMARY KEY (module, id))"
     " WITHOUT ROWID";
 
@@ -156,8 +155,18 @@ class HostPersist : public Q4PersistService {
     if (result == SQLITE_OK) result = sqlite3_exec(opened, kSchema, nullptr, nullptr, nullptr);
     // A file that may only be read still serves for reading.
     if ((result & 0xFF) == SQLITE_READONLY) result = SQLITE_OK;
+    if (result == SQLITE_OK && !IsSound()) result = SQLITE_CORRUPT;
     inode_ = Inode(path);  // it may have been made just now
     return result;
+  }
+
+  /// Whether the whole file is what SQLite makes: a damaged page may read as empty, and swallow what is written.
+  bool IsSound() const {
+    sqlite3_stmt* prepared = nullptr;
+    sqlite3_prepare_v2(database_.get(), "PRAGMA integrity_check(1)", -1, &prepared, nullptr);
+    const Statement check(prepared);
+    return sqlite3_step(prepared) == SQLITE_ROW &&
+           std::strcmp(reinterpret_cast<const char*>(sqlite3_column_text(prepared, 0)), "ok") == 0;
   }
 
   Statement Prepare(const char* sql, int module, int id) const {
@@ -172,7 +181,9 @@ class HostPersist : public Q4PersistService {
   /// Names the file and the cause, once for each kind of failure, and closes it so that the next call looks again.
   int Fail(Purpose purpose) {
     const int result = database_ == nullptr ? SQLITE_NOMEM : sqlite3_extended_errcode(database_.get());
-    const std::string cause = database_ == nullptr ? "out of memory" : sqlite3_errmsg(database_.get());
+    const std::string cause = database_ == nullptr  ? "out of memory"
+                              : result == SQLITE_OK ? sqlite3_errstr(SQLITE_CORRUPT)  // it is not sound
+                                                    : sqlite3_errmsg(database_.get());
     if (complained_.insert({result, purpose}).second) {
       HLX_HOST_COMPLAIN("settings file %s cannot be %s: %s", path_.c_str(), purpose == kRead ? "read" : "written",
                         cause.c_str());
