@@ -1,6 +1,7 @@
 #include "simulator/cli/Verbs.h"
 
 #include <cstdio>
+#include <nlohmann/json.hpp>
 
 #include "cli/TimeStamp.h"
 #include "dbus/VariantBuilder.h"
@@ -57,7 +58,7 @@ void PrintCall(GVariant* variant, bool json) {
   g_variant_get(variant, "(x&s&s@a{sv})", &time, &sender, &method, &arguments);
   const Call call = {time, sender, method, GLibPtr<GVariant>(arguments)};
   if (json) {
-    std::fputs(LineOf(JsonOf(call)).c_str(), stdout);
+    std::puts(Compact(JsonOf(call)).c_str());
     return;
   }
   std::string text;
@@ -199,7 +200,7 @@ void StopVerb() { ControlClient().Call("Stop", nullptr); }
 void StatusVerb(bool json) {
   const Json status = AskStatus(ControlClient());
   if (json) {
-    std::fputs(LineOf(status).c_str(), stdout);
+    std::puts(Compact(status).c_str());
     return;
   }
   for (const char* const text : {"state", "file", "label", "warning", "error"}) {

@@ -2,6 +2,7 @@
 
 #include <cerrno>
 #include <cstring>
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 
 #include "cli/TimeStamp.h"
@@ -33,7 +34,7 @@ CaptureWriter::CaptureWriter(Simulator& simulator, const std::string& directory)
                      {"wall", JsonTimeStamp()},
                      {"can_protocol", GetLibConfigs()->GetString("/system/using_can_protocol")},
                      {"values", Snapshot(unit)}};
-  std::fputs(LineOf(head).c_str(), capture_.get());
+  std::fputs((Compact(head) + "\n").c_str(), capture_.get());
   simulator.wire().Listen([this](const catalog::Signal& signal, GVariant* tuple) {
     Write({{"signal", signal.name}, {"args", JsonOf(tuple)}});
   });
@@ -44,7 +45,7 @@ CaptureWriter::CaptureWriter(Simulator& simulator, const std::string& directory)
     Json arguments = Json::array();
     for (const auto& argument : JsonOf(call.arguments.get())) arguments.push_back(argument);
     Write({{"call", call.method}, {"args", arguments}, {"sender", call.sender}});
-    std::fputs(LineOf(JsonOf(call)).c_str(), calls_.get());
+    std::fputs((Compact(JsonOf(call)) + "\n").c_str(), calls_.get());
   });
 }
 
@@ -58,7 +59,7 @@ CaptureWriter::File CaptureWriter::Open(const std::string& name) {
 void CaptureWriter::Write(const Json& what) {
   Json line = {{"t", static_cast<double>(g_get_monotonic_time() - start_) / G_USEC_PER_SEC}, {"wall", JsonTimeStamp()}};
   line.update(what);
-  std::fputs(LineOf(line).c_str(), capture_.get());
+  std::fputs((Compact(line) + "\n").c_str(), capture_.get());
 }
 
 Json JsonOf(const Call& call) {

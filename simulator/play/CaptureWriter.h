@@ -7,8 +7,8 @@
 #include <memory>
 #include <string>
 
+#include "cli/Json.h"
 #include "simulator/Simulator.h"
-#include "simulator/play/Json.h"
 
 /// Writes capture.jsonl (signals, silent changes and calls, in the format of `hlxctl record`) and calls.jsonl (a line
 /// for each call, as `hlx-simulator calls --json` prints it) into a directory while it lives.

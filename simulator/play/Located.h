@@ -1,12 +1,13 @@
 /// JSON whose parts know the line that they stand on, for errors that people can follow.
 #pragma once
 
+#include <nlohmann/json.hpp>
 #include <stdexcept>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include "simulator/play/Json.h"
+#include "cli/Json.h"
 
 /// Where something is wrong in a file, and what: "FILE:LINE: what".
 class BadFile : public std::runtime_error {

@@ -3,12 +3,13 @@
 #include <algorithm>
 #include <cmath>
 #include <exception>
+#include <nlohmann/json.hpp>
 #include <utility>
 
+#include "cli/Json.h"
 #include "platform/LibConfigs.h"
 #include "simulator/Simulator.h"
 #include "simulator/model/Values.h"
-#include "simulator/play/Json.h"
 #include "simulator/play/Located.h"
 
 using catalog::BadValue;

@@ -1,11 +1,10 @@
 /// The tool's standard output and error, kept apart from what the library writes.
 #pragma once
 
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <vector>
 
-using Json = nlohmann::ordered_json;
+#include "cli/Json.h"
 
 enum class Color { kAuto, kAlways, kNever };
 

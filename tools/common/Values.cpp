@@ -3,7 +3,7 @@
 #include <nlohmann/json.hpp>
 #include <stdexcept>
 
-#include "tools/common/Wire.h"
+#include "tools/common/Output.h"
 #include "tools/common/ZoneNames.h"
 
 using catalog::Reading;
@@ -40,15 +40,8 @@ std::string ForPeople(const Reading& reading, const Scalar& scalar) {
   return *reading.unit == '\0' ? text : text + " " + reading.unit;
 }
 
-Json ToJson(const Scalar& scalar) {
-  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return *whole;
-  if (const auto* const number = std::get_if<double>(&scalar)) return wire::Number(*number);
-  if (const auto* const text = std::get_if<std::string>(&scalar)) return *text;
-  return nullptr;
-}
-
 Json ToJson(const Reading& reading, const Scalar& scalar) {
-  const Json value = ToJson(scalar);
+  const Json value = JsonOf(scalar);
   const Json unit = *reading.unit == '\0' ? Json() : Json(reading.unit);
   return {{"value", value}, {"text", value.is_null() ? Json() : Json(Bare(reading, scalar))}, {"unit", unit}};
 }

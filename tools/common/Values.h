@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "catalog/Catalog.h"
-#include "tools/common/Output.h"
+#include "cli/Json.h"
 
 /// The value called "power.acc". @throws std::invalid_argument with the nearest right names
 const catalog::Value& ValueNamed(const std::string& name);
@@ -15,9 +15,6 @@ std::string Bare(const catalog::Reading& reading, const catalog::Scalar& scalar)
 
 /// For people: with the unit, and a dash for what the unit does not provide.
 std::string ForPeople(const catalog::Reading& reading, const catalog::Scalar& scalar);
-
-/// As the unit holds it; numbers that are whole are written whole.
-Json ToJson(const catalog::Scalar& scalar);
 
 /// {"value", "text", "unit"}
 Json ToJson(const catalog::Reading& reading, const catalog::Scalar& scalar);

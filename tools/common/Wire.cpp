@@ -1,8 +1,6 @@
 #include "tools/common/Wire.h"
 
-#include <cmath>
 #include <cstdint>
-#include <cstring>
 #include <limits>
 #include <nlohmann/json.hpp>
 #include <stdexcept>
@@ -67,37 +65,6 @@ GVariant* Read(char type, const std::string& text) {
   }
 }
 
-/// The 32-bit numbers of a record, or its bytes where it is no multiple of them.
-Json RecordOf(GVariant* value, std::size_t size) {
-  std::vector<guchar> bytes(size);
-  extract_variant_data(bytes.data(), value);
-  if (size % sizeof(int32_t) != 0) return bytes;
-  std::vector<int32_t> numbers(size / sizeof(int32_t));
-  if (size != 0) std::memcpy(numbers.data(), bytes.data(), size);
-  return numbers;
-}
-
-Json ValueOf(GVariant* value) {
-  const gssize size = variant_data_size(value);
-  if (size >= 0) return RecordOf(value, static_cast<std::size_t>(size));
-  switch (g_variant_classify(value)) {
-    case G_VARIANT_CLASS_BYTE:
-      return g_variant_get_byte(value);
-    case G_VARIANT_CLASS_BOOLEAN:
-      return g_variant_get_boolean(value) != FALSE;
-    case G_VARIANT_CLASS_INT32:
-      return g_variant_get_int32(value);
-    case G_VARIANT_CLASS_UINT32:
-      return g_variant_get_uint32(value);
-    case G_VARIANT_CLASS_DOUBLE:
-      return wire::Number(g_variant_get_double(value));
-    case G_VARIANT_CLASS_STRING:
-      return g_variant_get_string(value, nullptr);
-    default:
-      return GLibPtr<gchar>(g_variant_print(value, FALSE)).get();
-  }
-}
-
 }  // namespace
 
 const GDBusMethodInfo& wire::MethodNamed(const std::string& name) { return Named(Interface().methods, "method", name); }
@@ -126,24 +93,9 @@ std::string wire::Describe(GDBusArgInfo* const* infos, GVariant* tuple) {
     const GLibPtr<GVariant> value(g_variant_get_child_value(tuple, i));
     if (i != 0) text += ", ";
     if (infos != nullptr && *infos != nullptr) text.append((*infos++)->name) += "=";
-    text += ValueOf(value.get()).dump(-1, ' ', false, Json::error_handler_t::replace);
+    text += Compact(JsonOf(value.get()));
   }
   return text;
-}
-
-Json wire::ToJson(GVariant* tuple) {
-  Json values = Json::array();
-  for (gsize i = 0; i < g_variant_n_children(tuple); ++i) {
-    const GLibPtr<GVariant> value(g_variant_get_child_value(tuple, i));
-    values.push_back(ValueOf(value.get()));
-  }
-  return values;
-}
-
-Json wire::Number(double number) {
-  constexpr double kExact = 9007199254740992.0;  // 2^53: from here on not every whole number is one
-  if (std::trunc(number) == number && std::abs(number) < kExact) return static_cast<int64_t>(number);
-  return number;
 }
 
 std::size_t wire::Count(GDBusArgInfo* const* infos) {

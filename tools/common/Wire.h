@@ -5,7 +5,6 @@
 #include <vector>
 
 #include "dbus/GLibPtr.h"
-#include "tools/common/Output.h"
 
 namespace wire {
 
@@ -25,12 +24,6 @@ GVariant* Tuple(const std::vector<GLibPtr<GVariant>>& arguments);
 
 /// "type=1, level=40"; `infos` may be null or too short for what came.
 std::string Describe(GDBusArgInfo* const* infos, GVariant* tuple);
-
-/// As an array, in order; a record is an array of its 32-bit numbers.
-Json ToJson(GVariant* tuple);
-
-/// Whole where it is whole.
-Json Number(double number);
 
 /// How many there are; null counts as none.
 std::size_t Count(GDBusArgInfo* const* infos);

@@ -7,15 +7,11 @@
 
 #include "tools/hlx-panel/Panel.h"
 
-using Json = nlohmann::ordered_json;
-
 namespace {
 
 constexpr unsigned kMostUnreadAnswers = 100;
 
-std::string Quote(const std::string& text) { return Json(text).dump(-1, ' ', false, Json::error_handler_t::replace); }
-
-std::string Refusal(const std::string& error) { return R"("ok":false,"error":)" + Quote(error); }
+std::string Refusal(const std::string& error) { return R"("ok":false,"error":)" + Compact(error); }
 
 /// @throws std::invalid_argument that names the member
 std::string TextOf(const Json& message, const char* member) {
@@ -108,11 +104,11 @@ std::string Browser::Update() {
   if (unit_revision_ < unit.Revision()) {
     unit_revision_ = unit.Revision();
     const bool there = !unit.Offers().is_null();
-    if (!unit_was_told_ || told_unit_ != there) add("unit", unit.Offers().dump());
+    if (!unit_was_told_ || told_unit_ != there) add("unit", Compact(unit.Offers()));
     unit_was_told_ = true;
     told_unit_ = there;
-    add("inbox", unit.Inbox().dump(-1, ' ', false, Json::error_handler_t::replace));
-    add("played", unit.Played().dump(-1, ' ', false, Json::error_handler_t::replace));
+    add("inbox", Compact(unit.Inbox()));
+    add("played", Compact(unit.Played()));
   }
   return update.empty() ? "" : R"({"type":"update")" + update + "}";
 }
@@ -136,7 +132,7 @@ void Browser::SendCommand(const Json& message, std::uint64_t id) {
     if (!outcome.error.empty()) return later(Refusal(outcome.error));
     std::string rest = R"("ok":true,"took_ms":)" + Json(outcome.took_ms).dump();
     if (!outcome.event.empty()) {
-      rest += R"(,"event":)" + Quote(outcome.event) + R"(,"event_ms":)" + Json(outcome.event_ms).dump();
+      rest += R"(,"event":)" + Compact(outcome.event) + R"(,"event_ms":)" + Json(outcome.event_ms).dump();
     }
     later(rest);
   });

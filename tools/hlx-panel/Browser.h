@@ -5,10 +5,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
-#include <nlohmann/json_fwd.hpp>
 #include <string>
 #include <string_view>
 
+#include "cli/Json.h"
 #include "tools/hlx-panel/SoupPtr.h"
 
 class Panel;
@@ -25,8 +25,6 @@ class Browser {
   void Offer();
 
  private:
-  using Json = nlohmann::ordered_json;
-
   void Hear(std::string_view text);
   void SendCommand(const Json& message, std::uint64_t id);
   void DriveUnit(const Json& message, std::uint64_t id);

@@ -3,9 +3,8 @@
 #include <nlohmann/json.hpp>
 
 #include "catalog/Catalog.h"
+#include "cli/Json.h"
 #include "tools/hlx-panel/Panel.h"
-
-using Json = nlohmann::ordered_json;
 
 namespace {
 

@@ -59,30 +59,6 @@ constexpr Verb kVerbs[] = {
     {"Stick", 1, OneWord},
 };
 
-/// A variant as JSON; what has no counterpart as text.
-SimulatorLink::Json ToJson(GVariant* value) {
-  switch (g_variant_classify(value)) {
-    case G_VARIANT_CLASS_VARIANT:
-      return ToJson(GLibPtr<GVariant>(g_variant_get_variant(value)).get());
-    case G_VARIANT_CLASS_DOUBLE:
-      return g_variant_get_double(value);
-    case G_VARIANT_CLASS_STRING:
-      return g_variant_get_string(value, nullptr);
-    default:
-      return GLibPtr<gchar>(g_variant_print(value, FALSE)).get();
-  }
-}
-
-SimulatorLink::Json DictToJson(GVariant* dict) {
-  SimulatorLink::Json json = SimulatorLink::Json::object();
-  GVariantIter iter;
-  g_variant_iter_init(&iter, dict);
-  const gchar* key = nullptr;
-  GVariant* value = nullptr;
-  while (g_variant_iter_loop(&iter, "{&sv}", &key, &value) != FALSE) json[key] = ToJson(value);
-  return json;
-}
-
 }  // namespace
 
 SimulatorLink::SimulatorLink(const Bus& bus, std::function<void()> changed) : bus_(bus), changed_(std::move(changed)) {
@@ -141,7 +117,7 @@ void SimulatorLink::Appeared() {
     g_variant_get(reply, "(a(sv))", &values);
     const gchar* name = nullptr;
     GVariant* value = nullptr;
-    while (g_variant_iter_loop(values, "(&sv)", &name, &value) != FALSE) inbox_[name] = ToJson(value);
+    while (g_variant_iter_loop(values, "(&sv)", &name, &value) != FALSE) inbox_[name] = JsonOf(value);
     g_variant_iter_free(values);
     Changed();
   });
@@ -170,16 +146,15 @@ void SimulatorLink::Hear(const char* signal, GVariant* arguments) {
     GVariant* given = nullptr;
     g_variant_get(arguments, "(x&s&s@a{sv})", &microseconds, &sender, &method, &given);
     const GLibPtr<GVariant> owned(given);
-    calls_.Add(Json{
-        {"time", JsonTimeStamp(microseconds)}, {"sender", sender}, {"method", method}, {"arguments", DictToJson(given)}}
-                   .dump(-1, ' ', false, Json::error_handler_t::replace));
+    calls_.Add(Compact(
+        {{"time", JsonTimeStamp(microseconds)}, {"sender", sender}, {"method", method}, {"arguments", JsonOf(given)}}));
     changed_();
   } else if (std::strcmp(signal, "Changed") == 0 && g_variant_is_of_type(arguments, G_VARIANT_TYPE("(sv)")) != FALSE) {
     const gchar* name = nullptr;
     GVariant* value = nullptr;
     g_variant_get(arguments, "(&sv)", &name, &value);
     const GLibPtr<GVariant> owned(value);
-    if (g_str_has_prefix(name, kInbox) != FALSE) inbox_[name] = ToJson(value);
+    if (g_str_has_prefix(name, kInbox) != FALSE) inbox_[name] = JsonOf(value);
     Changed();
   } else if (std::strcmp(signal, "Played") == 0) {
     TakeStatus(arguments);
@@ -188,7 +163,7 @@ void SimulatorLink::Hear(const char* signal, GVariant* arguments) {
 
 void SimulatorLink::TakeStatus(GVariant* tuple) {
   if (g_variant_is_of_type(tuple, G_VARIANT_TYPE("(a{sv})")) == FALSE) return;
-  played_ = DictToJson(GLibPtr<GVariant>(g_variant_get_child_value(tuple, 0)).get());
+  played_ = JsonOf(GLibPtr<GVariant>(g_variant_get_child_value(tuple, 0)).get());
   Changed();
 }
 

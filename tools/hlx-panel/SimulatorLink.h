@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
+#include "cli/Json.h"
 #include "tools/common/Bus.h"
 #include "tools/hlx-panel/UnitState.h"
 
 class SimulatorLink {
  public:
-  using Json = nlohmann::ordered_json;
   /// An empty error: done.
   using Done = std::function<void(const std::string& error)>;
 

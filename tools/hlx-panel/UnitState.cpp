@@ -24,8 +24,6 @@ const void* FindRecord(catalog::Record record) {
   }
 }
 
-std::string Compact(const Json& json) { return json.dump(-1, ' ', false, Json::error_handler_t::replace); }
-
 }  // namespace
 
 void UnitState::Lines::Add(std::string line) {
@@ -110,7 +108,7 @@ void UnitState::Set(std::size_t index, catalog::Scalar scalar) {
   Shown& shown = shown_[index];
   if (shown.revision != 0 && shown.scalar == scalar) return;
   const catalog::Reading& reading = catalog::Values()[index].reading;
-  shown.json = Compact(Json::array({ToJson(scalar), ForPeople(reading, scalar)}));
+  shown.json = Compact(Json::array({JsonOf(scalar), ForPeople(reading, scalar)}));
   shown.scalar = std::move(scalar);
   shown.revision = ++revision_;
 }

@@ -35,7 +35,7 @@ class LineFile {
   ~LineFile() { close(fd_); }
 
   void Write(const Json& json) {
-    const std::string line = json.dump(-1, ' ', false, Json::error_handler_t::replace) + "\n";
+    const std::string line = Compact(json) + "\n";
     for (std::size_t done = 0; done < line.size();) {
       const ssize_t n = write(fd_, line.data() + done, line.size() - done);
       if (n < 0 && errno == EINTR) continue;
@@ -101,7 +101,7 @@ class Recorder {
       std::optional<catalog::Scalar> now = ReadUnlessEmpty(*value);
       const auto known = last_.find(value);
       if (!now || (known != last_.end() && known->second == *now)) continue;
-      changes[value->FullName()] = ToJson(*now);
+      changes[value->FullName()] = JsonOf(*now);
       last_[value] = *std::move(now);
     }
     return changes;
@@ -122,7 +122,7 @@ int Record(const Request& request) {
   Loop loop(bus, request.timeout);
   Recorder recorder(request.file);
   const auto told = [&](const char* kind, const char* name, GVariant* arguments) {
-    loop.Guard([&] { recorder.Write({{kind, name}, {"args", wire::ToJson(arguments)}}); });
+    loop.Guard([&] { recorder.Write({{kind, name}, {"args", JsonOf(arguments)}}); });
   };
   const Subscription signals(bus, kServiceName, [&](const char*, const char* signal, GVariant* arguments) {
     told("signal", signal, arguments);

@@ -9,6 +9,7 @@
 #include "catalog/Moment.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Loop.h"
+#include "tools/common/Output.h"
 #include "tools/common/Records.h"
 #include "tools/common/Values.h"
 #include "tools/hlxctl/Doctor.h"
@@ -21,7 +22,6 @@ namespace {
 constexpr double kMotionSeconds = 2.5;
 constexpr unsigned kLookMs = 50;
 constexpr std::size_t kNamed = 6;  ///< values that one line may name
-constexpr auto kReplace = Json::error_handler_t::replace;
 
 std::string Hexadecimal(unsigned long long number) {
   char text[32];
@@ -103,7 +103,7 @@ Finding CheckRecordValues(const catalog::RecordInfo& record) {
     ++count;
     const Scalar scalar = Read(value);
     if (!IsPlausible(value.reading, scalar))
-      odd.push_back(value.FullName() + " is " + Printable(ToJson(scalar).dump(-1, ' ', false, kReplace)));
+      odd.push_back(value.FullName() + " is " + Printable(Compact(JsonOf(scalar))));
   }
   const std::string name = std::string(record.name) + ": ";
   if (odd.empty()) return {Health::kOk, name + std::to_string(count) + " values, all plausible"};

@@ -28,7 +28,7 @@ class SignalLog {
             ? std::string("carries ") + g_variant_get_type_string(arguments) + ", not " + expected
             : "";
     if (request_.json) {
-      Json line = {{"time", JsonTimeStamp()}, {"sender", sender}, {"signal", name}, {"args", wire::ToJson(arguments)}};
+      Json line = {{"time", JsonTimeStamp()}, {"sender", sender}, {"signal", name}, {"args", JsonOf(arguments)}};
       if (!problem.empty()) line["problem"] = problem;
       Output::JsonLine(line);
     } else {

@@ -36,7 +36,7 @@ int Deliver(const Request& request, const Bus& bus, const std::string& what, con
     g_dbus_error_strip_remote_error(problem);
     throw Failure(kExitCallFailed, what + ": " + problem->message);
   }
-  const Json result = wire::ToJson(reply.get());
+  const Json result = JsonOf(reply.get());
   if (!result.empty() && result[0] == false) throw Failure(kExitCallFailed, what + ": the service said no");
   if (request.json) {
     Json json = {{"ok", true}, {"command", what}};

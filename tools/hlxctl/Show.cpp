@@ -15,7 +15,7 @@ constexpr char kUpdateNote[] =
 std::string RawText(const catalog::Scalar& scalar) {
   const auto* const text = std::get_if<std::string>(&scalar);
   if (text != nullptr) return Printable(*text);
-  const Json json = ToJson(scalar);
+  const Json json = JsonOf(scalar);
   return json.is_null() ? "" : json.dump();
 }
 
