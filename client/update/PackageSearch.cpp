@@ -2,8 +2,8 @@
 
 #include <unistd.h>
 
+#include <exception>
 #include <new>
-#include <system_error>
 #include <thread>
 #include <utility>
 
@@ -84,12 +84,9 @@ void PackageSearch::Report() {
   }
   try {
     std::thread([search] { search->Run(); }).detach();
-  } catch (const std::system_error& error) {
+  } catch (const std::exception& error) {
     HLX_LOG_ERROR("no thread for the package search: %s", error.what());
     EndTurn(search.get());
-  } catch (...) {
-    EndTurn(search.get());
-    throw;
   }
 }
 

@@ -57,6 +57,9 @@ TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
     EXPECT_EQ(kExitNoService, process->Wait());
     EXPECT_THAT(process->Err(), HasSubstr("hlxctl: the session bus is gone: "));
   }
+  EXPECT_EQ(1, simulator_->Wait());
+  EXPECT_THAT(simulator_->Err(), HasSubstr("the session bus went away"));
+  simulator_.reset();
   documents += "failure\t" + orphan->Out().substr(orphan->Out().find("{\"ok\""));
   std::ifstream file("/tmp/orphan.jsonl");
   for (std::string line; std::getline(file, line);) documents += "capture\t" + line + "\n";

@@ -104,7 +104,10 @@ class HlxctlTest : public testing::Test {
     for (const char* const left : {"/tmp/hlxctl_test", "/app/etc"}) std::filesystem::remove_all(left);
   }
   ~HlxctlTest() override {
-    simulator_.reset();
+    if (simulator_ != nullptr) {
+      simulator_->Signal(SIGCONT);
+      EXPECT_THAT(simulator_->Terminate(), testing::AnyOf(0, 128 + SIGKILL)) << simulator_->Err();
+    }
     Segments::Remove();
   }
   static void TearDownTestSuite() {

@@ -1,14 +1,29 @@
-// The unit's identity from the kernel's files at their real places: the sandbox shows files of the tests there.
+// The unit's identity from the kernel's files at their real places: the sandbox shows files of the tests there, and
+// what else it has of /sys is scratch.
 #include <gmock/gmock.h>
+
+#include <filesystem>
+#include <fstream>
 
 #include "client/info/HLXInfoClient.h"
 #include "tests/support/FakePlatform.h"
 
 namespace {
 
-TEST(Identity, IsReadAtItsRealPlaces) {
-  fake::Reset();
-  fake::Get().config["/setting/enable_auto_hw_version"] = "true";
+constexpr char kStrap[] = "/sys/devices/noc/noc:hwversion/hwversion";
+
+class Identity : public testing::Test {
+ protected:
+  Identity() {
+    fake::Reset();
+    fake::Get().config["/setting/enable_auto_hw_version"] = "true";
+    std::filesystem::create_directories(std::filesystem::path(kStrap).parent_path());
+    std::ofstream(kStrap) << "23\n";
+  }
+  ~Identity() override { fake::RemoveSegments(); }
+};
+
+TEST_F(Identity, IsReadAtItsRealPlaces) {
   HLXInfoClient client;
   SystemInfo::VersionInfo version;
   client.GetLocalVersionInfo(version);
@@ -23,7 +38,15 @@ TEST(Identity, IsReadAtItsRealPlaces) {
   EXPECT_THAT(fake::Get().Loggers(),
               testing::ElementsAre("GetEmmcId", "GetHardWareVersionInfo", "InitInfoShmData", "InitLocalVersionInfo",
                                    "InitMiscShmData", "SystemShmDataBase"));
-  fake::RemoveSegments();
+}
+
+TEST_F(Identity, AStrapThatHoldsNoNumberLeavesTheHardwareVersionEmpty) {
+  std::ofstream(kStrap) << "none\n";
+  SystemInfo::VersionInfo version;
+  HLXInfoClient().GetLocalVersionInfo(version);
+  EXPECT_EQ(version.hardware_version, "");
+  EXPECT_THAT(fake::Get().LoggedAll(),
+              testing::Contains(std::string("ERROR GetHardWareVersionInfo() ") + kStrap + " holds no number: stoi"));
 }
 
 }  // namespace

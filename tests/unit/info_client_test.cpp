@@ -1,5 +1,6 @@
 // The info client, the version files and the unit's identity, on real files in the sandbox.
 #include <gmock/gmock.h>
+#include <sys/resource.h>
 #include <sys/shm.h>
 #include <zlog.h>
 
@@ -7,6 +8,7 @@
 #include <cstdlib>
 #include <fstream>
 #include <string>
+#include <utility>
 
 #include "client/info/DeviceIdentity.h"
 #include "client/info/HLXInfoClient.h"
@@ -14,6 +16,7 @@
 #include "tests/support/FakePlatform.h"
 
 using namespace SystemInfo;
+using testing::Contains;
 using testing::ElementsAre;
 
 namespace {
@@ -196,6 +199,18 @@ TEST_F(Info, LiveValues) {
   EXPECT_THAT(platform.Logged(100), ElementsAre("get emmc id error:No such file or directory"));
 }
 
+TEST_F(Info, TheFallbackIsTheSerialNumberWhereNothingCanBeStarted) {
+  HLXInfoClient client;
+  rlimit usual{};
+  getrlimit(RLIMIT_NOFILE, &usual);
+  const rlimit none{0, usual.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &none);
+  const std::string serial = client.GetSerialNumber();
+  setrlimit(RLIMIT_NOFILE, &usual);
+  EXPECT_EQ(serial, "4711-0815-2600-3141-5926-5358-9793-AB12");
+  EXPECT_THAT(platform.LoggedAll(), Contains("ERROR GetSerialNumber - open /proc/cmdline error"));
+}
+
 TEST(DeviceIdentity, SerialNumber) {
   const std::string letters = "0123456789abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ";
   std::string endless;
@@ -246,6 +261,8 @@ TEST(DeviceIdentity, Strap) {
   EXPECT_THROW(read("zz", &value), std::invalid_argument);
   EXPECT_THROW(read("", &value), std::invalid_argument);
   EXPECT_THROW(read("80000000", &value), std::out_of_range);
+  EXPECT_EQ(DeviceIdentity::GetMachineSample("/proc/self/mem", &value), -1) << "opens, and cannot be read";
+  EXPECT_EQ(std::exchange(value, 99), 0U);
   EXPECT_EQ(DeviceIdentity::GetMachineSample("/tmp/strap", nullptr), -1);
   EXPECT_EQ(DeviceIdentity::GetMachineSample("/nowhere", &value), -1);
   EXPECT_EQ(value, 99U);

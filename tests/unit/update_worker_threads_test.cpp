@@ -2,18 +2,21 @@
 // client's end. The checksum tool is a script that holds the search at its checksums for as long as a case needs.
 #include <fcntl.h>
 #include <gmock/gmock.h>
+#include <pthread.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
 #include <chrono>
 #include <csignal>
+#include <cstdint>
 #include <cstdlib>
 #include <fstream>
 #include <functional>
 #include <future>
 #include <memory>
 #include <mutex>
+#include <new>
 #include <string>
 #include <thread>
 #include <vector>
@@ -77,8 +80,8 @@ struct Unit {
     setenv("PATH", "/tmp/bin:/usr/bin:/bin", 1);
     fake::Get().exec = [](const std::string& command, int) { return Exec(command); };
     Shell(
-        "chmod 755 /data; rm -rf /data/update /media/usbstorage0 /tmp/go /tmp/checkers; "
-        "mkdir -p /app/etc /media/usbstorage0 /tmp/bin; touch /media/usbstorage0/md5.txt; "
+        "chmod 755 /data; rm -rf /data/update /media/usbstorage0 /tmp/app /tmp/go /tmp/checkers; "
+        "mkdir -p /app/etc /media/usbstorage0 /tmp/app/etc /tmp/bin; touch /media/usbstorage0/md5.txt; "
         "echo 'ARM Version:V1.2.3.5' >/app/etc/sys_version.conf; "
         "cd / && zip -q /media/usbstorage0/update.zip app/etc/sys_version.conf");
     std::ofstream("/tmp/bin/md5sum") << kChecker;
@@ -178,6 +181,20 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
          errno = EACCES;
          return Begins(command, "rm") ? 0 : Exec(command);
        }},
+      {"a version file that is a link to nothing",
+       [](Unit&) {
+         Shell(
+             "ln -s nowhere /tmp/app/etc/sys_version.conf; rm /media/usbstorage0/update.zip; "
+             "cd /tmp && zip -qy /media/usbstorage0/update.zip app/etc/sys_version.conf");
+       },
+       {},
+       "ERROR Can not find version file in path:/data/update/app/etc/sys_version.conf.",
+       [](Unit&, const std::string& command) { return Exec(command); }},
+      {"no memory",
+       nothing,
+       {},
+       "ERROR no memory for the package search",
+       [](Unit&, const std::string&) -> int { throw std::bad_alloc(); }},
       {"a unit without a version", nothing, {}, "ERROR Get local version info fail.", {}, ""},
   };
   for (const auto& test : cases) {
@@ -200,7 +217,7 @@ TEST(UpdateWorker, WhatMayHappenToASearch) {
     for (const auto& record : platform.log) {
       EXPECT_THAT(record.function,
                   testing::AnyOf("AnalysisSoftwareFile", "VerifyMD5Sum", "VerifyUpdateVersion", "CheckArmVersion",
-                                 "CheckHwVersion", "CheckProject", "AnalysisCmpVersionInfo"));
+                                 "CheckHwVersion", "CheckProject", "AnalysisCmpVersionInfo", "Run"));
     }
     EXPECT_TRUE(test.exec || !IsThere("/data/update/app")) << "left behind";
   }
@@ -214,6 +231,23 @@ TEST(UpdateWorker, WhatWasReadOfAPackageIsKeptThoughTheSearchIsOvertakenMeanwhil
   ASSERT_TRUE(unit.Ended());
   EXPECT_THAT(unit.Results(), testing::IsEmpty());
   EXPECT_EQ(unit.search->PackageVersion().arm_version, "V1.2.3.5");
+}
+
+TEST(UpdateWorker, WithoutAThreadASearchIsGivenUpAndTheNextOneHasItsTurn) {
+  Unit unit;
+  pthread_attr_t usual;
+  pthread_getattr_default_np(&usual);
+  pthread_attr_t endless;
+  pthread_attr_init(&endless);
+  pthread_attr_setstacksize(&endless, SIZE_MAX / 16 * 15);
+  pthread_setattr_default_np(&endless);
+  unit.search->Report();
+  pthread_setattr_default_np(&usual);
+  EXPECT_THAT(fake::Snapshot().LoggedAll(), Contains(StartsWith("ERROR no thread for the package search: ")));
+  unit.search->Report();
+  Unit::PassChecksums();
+  ASSERT_TRUE(unit.Ended());
+  EXPECT_EQ(unit.Results(), std::vector<int>{1});
 }
 
 TEST(UpdateWorker, SearchesComeInTheOrderOfTheirReports) {
