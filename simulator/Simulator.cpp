@@ -34,11 +34,7 @@ LifeCycle::Hooks Simulator::Hooks() {
   hooks.leave = [this] { service_.Close(); };
   hooks.arrive = [this] {
     fault_control_.OnBoot();
-    try {
-      service_.Open();
-    } catch (const std::exception& problem) {
-      std::fprintf(stderr, "hlx-simulator: the service cannot come back: %s\n", problem.what());
-    }
+    service_.ComeBack();
   };
   hooks.initialise = [this](bool all) {
     for (const auto& record : unit_.records()) {

@@ -1,8 +1,5 @@
 #include "simulator/service/FaultControl.h"
 
-#include <cstdio>
-#include <exception>
-
 #include "simulator/model/LifeCycle.h"
 
 using On = Fault::On;
@@ -57,12 +54,7 @@ void FaultControl::EndOfService() {
   service_.SetHanging(false);
   const auto state = static_cast<LifeCycle::State>(unit_.KeptNumber(Own::kState));
   if (state == LifeCycle::State::kOff || state == LifeCycle::State::kBooting) return;  // it is not to be there
-  try {
-    service_.Open();
-    service_.OwnItsName();
-  } catch (const std::exception& problem) {
-    std::fprintf(stderr, "hlx-simulator: the service cannot come back: %s\n", problem.what());
-  }
+  service_.ComeBack();
 }
 
 void FaultControl::EndOfRecords() {

@@ -1,5 +1,6 @@
 #include "simulator/service/Service.h"
 
+#include <cstdio>
 #include <memory>
 #include <utility>
 
@@ -23,6 +24,13 @@ void Service::Open() {
     Close();
     throw;
   }
+}
+
+void Service::ComeBack() try {
+  Open();
+  OwnItsName();
+} catch (const std::exception& problem) {
+  std::fprintf(stderr, "hlx-simulator: the service cannot come back: %s\n", problem.what());
 }
 
 void Service::Close() {

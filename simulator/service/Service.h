@@ -25,9 +25,10 @@ class Service {
   void Close();
   bool IsOpen() const { return connection_ != nullptr; }
 
-  /// Gives the name away, or has it again; the connection stays.
+  /// Gives the name away; the connection stays.
   void ReleaseItsName();
-  void OwnItsName();
+  /// Is open and owns the name again, or says on standard error why not.
+  void ComeBack();
 
   /// Whether it answers nothing and sends nothing, as a process does that hangs.
   void SetHanging(bool hanging) { hangs_ = hanging; }
@@ -41,6 +42,7 @@ class Service {
   void WhenSent(std::function<void()> done);
 
  private:
+  void OwnItsName();
   static GDBusMessage* OnMessage(GDBusConnection* connection, GDBusMessage* message, gboolean incoming,
                                  gpointer service);
 

@@ -42,6 +42,19 @@ expect 0 '^20 ' --fresh -- sh -c 'echo "$("$0" get power.power_off_delay) $(pido
 expect 0 '^CAN.upg md5.txt update.zip$' --fresh -- sh -c '
   "$0" stick insert can-file; a=$(ls /media/usbstorage0); "$0" stick insert good; echo "$a" $(ls /media/usbstorage0)' "$simulator"
 
+expect 0 '^mine 1$' --fresh -- sh -c '
+  mkdir stick && echo mine >stick/file && "$0" stick insert "$PWD/stick" && a=$(cat /media/usbstorage0/file) && "$0" stick remove
+  "$0" calls >/dev/null; [ -e /media/usbstorage0 ] || echo "$a $(find /media -mindepth 1 -maxdepth 1 | wc -l)"' "$simulator"
+while IFS='|' read -r code said words; do
+  expect "$code" "hlx-simulator: $said" -- sh -c '"$0" stick $1' "$simulator" "$words"
+done <<'END'
+1|stick: there is none|remove
+2|there is no kind of stick 'goood'; did you mean good|insert goood
+2|stick: there is no directory /nowhere|insert /nowhere
+2|stick: / holds the unit's own /media|insert /
+END
+expect 1 "stick: /media is the machine's here" -- sh -c 'rm /media/.hlx-sandbox && "$0" stick remove' "$simulator"
+
 expect 0 '^Parked done$' --fresh --scenario parking -- sh -c '
   sleep 0.2; "$0" play parking --speed 0 --wait && "$0" status | sed -n "s/^label *//p; s/^state *//p" | sort | tr "\n" " " | sed "s/ $//"' "$simulator"
 expect 125 "there is no file and no scenario 'parkin'; did you mean parking" --scenario parkin -- true

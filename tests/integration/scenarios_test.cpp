@@ -122,6 +122,8 @@ TEST_F(ScenariosTest, WhatIsWrongIsSaidWithItsPlaceAndTheUnitGoesOn) {
     files.push_back({kHead + steps + "]}", ":" + row[1] + ": " + row[2]});
   }
   const std::string deep(10000, '[');
+  std::string many;
+  for (int i = 0; i < 1000; ++i) many += "\"" + std::to_string(i) + "\":1,";
   const std::string capture = R"({"format":"hlx-capture","version":1})";
   const std::vector<std::array<std::string, 2>> others = {
       {"", ":1: no JSON"},
@@ -130,6 +132,7 @@ TEST_F(ScenariosTest, WhatIsWrongIsSaidWithItsPlaceAndTheUnitGoesOn) {
       {std::string(kHead) + "{\"label\":\"cut", ":1: no JSON"},
       {deep, ":1: nested more than 64 levels deep"},
       {std::string(kHead) + "\n{\"label\":\"\xff\"}]}", ":2: no UTF-8 text"},
+      {"{" + many + "\"a\":1}", ":1: more than 1000 keys in an object"},
       {R"({"format":"hlx-scenario","version":2,"title":"t","steps":[]})", ":1: version: 1 is needed"},
       {R"({"version":1,"title":"t","steps":[]})", ":1: \"format\" is needed"},
       {capture + "\n{\"t\":1,\"signal\":\"Nothing\"}", ":2: there is no signal 'Nothing'"},
@@ -182,6 +185,13 @@ TEST_F(ScenariosTest, WaitsForACallLoopsAndStops) {
   EXPECT_THAT(Unit("status --json").out, HasSubstr(R"("state":"playing")"));
   EXPECT_EQ(0, Unit("stop").code);
   EXPECT_THAT(Unit("status --json").out, HasSubstr(R"("state":"stopped")"));
+  // The call came before the step that waits for it.
+  Write(file, std::string(kHead) + R"({"label":"early"},{"after":1},{"expect":"SetLogo","timeout":0.1}]})");
+  EXPECT_EQ(0, Unit("play " + file).code);
+  EXPECT_EQ(0, Ctl("misc set logo 5").code);
+  for (int i = 0; i < 500 && Unit("status --json").out.find(R"("state":"playing")") != std::string::npos; ++i)
+    usleep(10000);
+  EXPECT_THAT(Unit("status --json").out, HasSubstr(R"("state":"done")"));
   // Nobody calls.
   Write(file, std::string(kHead) + "\n" + R"({"expect":"SetLogo","timeout":0.1}]})");
   const Result failed = Unit("play " + file + " --wait --speed 0");

@@ -3,6 +3,7 @@
 #include <sys/ipc.h>
 #include <sys/shm.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdlib>
 #include <fstream>
@@ -71,14 +72,18 @@ class SimulatorTest : public testing::Test {
   /// Calls a method with a tuple in GVariant's text form: what came back, or the error's text.
   std::string Call(const char* method, const std::string& arguments = "@() ()",
                    const std::string& interface = "com.vorn.linux.system") const {
-    const bool to_bus = interface == "org.freedesktop.DBus";
+    const std::string name = interface == "com.vorn.linux.system" ? "com.vorn.linux.systemservice" : interface;
     GError* failure = nullptr;
+    std::string path = "/" + name;
+    std::replace(path.begin(), path.end(), '.', '/');
     const GLibPtr<GVariant> answer(g_dbus_connection_call_sync(
-        bus_.get(), to_bus ? interface.c_str() : "com.vorn.linux.systemservice", "/com/vorn/linux/systemservice",
-        interface.c_str(), method, g_variant_new_parsed(arguments.c_str()), nullptr, G_DBUS_CALL_FLAGS_NONE, -1,
-        nullptr, &failure));
+        bus_.get(), name.c_str(), path.c_str(), interface.c_str(), method, g_variant_new_parsed(arguments.c_str()),
+        nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, &failure));
     if (failure != nullptr) return GLibPtr<GError>(failure)->message;
     return GLibPtr<gchar>(g_variant_print(answer.get(), FALSE)).get();
+  }
+  std::string Control(const char* method, const std::string& arguments) const {
+    return Call(method, arguments, "com.vorn.linux.simulator");
   }
 
   void ExpectLines(const Words& lines) {
@@ -132,6 +137,51 @@ TEST_F(SimulatorTest, RefusesWhatIsWrongAndNamesIt) {
       {{"reboot", "--warm"}, "--warm"},
       {{"--loud"}, "--loud"}};
   for (const auto& [words, text] : commands) ExpectEnd(words, 2, text);
+}
+
+TEST_F(SimulatorTest, TakesValuesOfAnyTypeAndGivesThemInManyForms) {
+  const std::pair<const char*, const char*> values[] = {{"<byte 5>", "5"},   {"<int16 6>", "6"},
+                                                        {"<uint16 7>", "7"}, {"<uint64 8>", "8"},
+                                                        {"<'0x9'>", "9"},    {"<[1]>", "misc.car_speed: '[1]' is no"}};
+  for (const auto& [value, outcome] : values) {
+    const std::string answer = Control("Set", "('misc.car_speed', " + std::string(value) + ", false)");
+    const std::string speed = Control("Get", "(['misc.car_speed'],)");
+    EXPECT_THAT(answer == "()" ? speed : answer, HasSubstr(outcome)) << value;
+  }
+  ExpectLines({"emit CarSpeedChangeSignal(speed=9)"});
+  ExpectEnd({"set", "--silent", "misc.car_speed", "11"}, 0, "");
+  ExpectEnd({"set", "misc.car_speed", "12", "--silent"}, 0, "");
+  ExpectEnd({"set", "misc.endurance_mile", "13"}, 0, "");
+  ExpectLines({"emit MileEnduranceChangeSignal"});
+  EXPECT_THAT(simulator_->Out(), testing::Not(HasSubstr("(speed=1")));
+  ExpectEnd({"get", "--json", "misc.car_speed", "power.acc", "misc.driver_temperature"}, 0,
+            "{\n  \"misc.car_speed\": 12,\n  \"power.acc\": \"on\",\n  \"misc.driver_temperature\": ");
+  ExpectEnd({"get", "--json", "--raw", "power.acc"}, 0, "{\n  \"power.acc\": 1\n}\n");
+  ExpectEnd({"get", "--raw", "power.acc"}, 0, "1\n");
+}
+
+TEST_F(SimulatorTest, SaysWhyTheServiceCannotComeBack) {
+  ExpectEnd({"fault", "service", "vanish"}, 0, "");
+  Call("RequestName", "('com.vorn.linux.systemservice', uint32 4)", "org.freedesktop.DBus");
+  ExpectEnd({"fault", "clear"}, 0, "");
+  EXPECT_EQ(
+      "hlx-simulator: the service cannot come back: the name com.vorn.linux.systemservice is already taken on this "
+      "bus\n",
+      simulator_->Err());
+  Call("ReleaseName", "('com.vorn.linux.systemservice',)", "org.freedesktop.DBus");
+  ExpectEnd({"reboot"}, 0, "");
+  EXPECT_EQ("()", Call("SetLogo", "(uint32 1,)"));
+}
+
+TEST_F(SimulatorTest, KeepsTheLastTenThousandCalls) {
+  const int more = 10;
+  for (int number = 0; number < 10000 + more; ++number) {
+    ASSERT_EQ("()", Call("SetLogo", "(uint32 " + std::to_string(number) + ",)"));
+  }
+  const std::string calls = Control("Calls", "('',)");
+  EXPECT_EQ(std::string::npos, calls.find("uint32 9>"));
+  EXPECT_NE(std::string::npos, calls.find("uint32 10>"));
+  EXPECT_NE(std::string::npos, calls.find("uint32 10009>"));
 }
 
 TEST_F(SimulatorTest, SettingsSurviveARestartAndEndWithTheFactoryReset) {
@@ -229,6 +279,8 @@ TEST_F(SimulatorTest, PlaysUpdates) {
   Call("CanUpdate", "(1,)");
   ExpectLines({"emit UpdateCanProcess(CanProcessValue=50)", "emit UpdateCanProcess(CanProcessValue=-1)"});
   ExpectEnd({"set", "unit.update_fails", "no"}, 0, "");
+  Call("ApplyUpdate", "(9,)");
+  ExpectLines({"emit UpdateRequestResultInformSignal(result=1)"});
   Call("ApplyUpdate", "(2,)");
   Call("ApplyMpuUpdate");
   ExpectLines({"emit UpdateRequestResultInformSignal(result=0)", "emit OnMpuUpdateStateNotify(state=1)",

@@ -2,6 +2,7 @@
 #include <glib.h>
 #include <gmock/gmock.h>
 #include <sqlite3.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 
 #include <csignal>
@@ -249,6 +250,13 @@ TEST_F(HostPlatform, CommandsSucceedOnlyWithExitCodeZero) {
   EXPECT_EQ(HLX_ExecSystemCmd("exit 3", 0) + HLX_ExecSystemCmd("kill -9 $$", 0), 0);
   EXPECT_EQ(HLX_ExecSystemCmd("/no/such/program 2>/dev/null", 0) + HLX_ExecSystemCmd(nullptr, 0), 0);
   EXPECT_EQ(Messages(), "an empty command was to be run\n");
+  rlimit usual{};
+  getrlimit(RLIMIT_NOFILE, &usual);
+  const rlimit none{0, usual.rlim_max};
+  setrlimit(RLIMIT_NOFILE, &none);
+  const int result = HLX_ExecSystemCmd("true", 0);
+  setrlimit(RLIMIT_NOFILE, &usual);
+  EXPECT_EQ(std::to_string(result) + Messages(), "0\"true\" was not run: Too many open files\n");
   sysv_signal(SIGALRM, [](int) {});  // without restarting what it interrupts
   ualarm(50000, 0);
   EXPECT_EQ(HLX_ExecSystemCmd("sleep 0.2", 0), 1);
@@ -313,6 +321,9 @@ TEST_F(HostPlatform, LogRecordsReachGLib) {
   EXPECT_EQ(record["PRIORITY"] + " " + record["level"] + " " + record["GLIB_DOMAIN"], "2 16 hlx-system-client");
   EXPECT_EQ(record["CODE_FILE"] + " " + record["CODE_FUNC"] + " " + record["CODE_LINE"], "tests/host TestBody " + line);
   EXPECT_EQ(Messages(), "must not end the process\n");
+  const std::string long_text(5000, 'x');
+  HLX_LOG_INFO("%s", long_text.c_str());
+  EXPECT_EQ(Messages(), long_text + "\n");
   zlog_category_t* const category = std::exchange(liblog_category, nullptr);
   testing::internal::CaptureStderr();
   HLX_ExecSystemCmd("", 0);

@@ -22,6 +22,7 @@
 using namespace catalog;
 using testing::ElementsAre;
 using testing::IsEmpty;
+using testing::StartsWith;
 
 namespace {
 
@@ -248,6 +249,27 @@ TEST_F(SimulatedUnit, FullBrightnessEndsWhereItBegan) {
   EXPECT_EQ(Kept("power.brightness_day"), 60);
 }
 
+TEST_F(SimulatedUnit, AnAutoTestFindsTheLinesAndThenTheSpeakersThatNobodyKnows) {
+  unit_->Write(*FindValue("misc.gps_antenna"), Scalar(int64_t{SystemMisc::ANT_STATE_UNKNOWN}));
+  Set("misc.dab_antenna", "short");
+  for (const char* const speaker : {"front_left", "front_right", "rear_left", "rear_right"}) {
+    Set((std::string("misc.speaker_") + speaker).c_str(), speaker[0] == 'r' ? "not-detected" : "open");
+  }
+  sent_.clear();
+  Call("StartAutoTest", g_variant_new("()"));
+  ASSERT_TRUE(RunUntil([this] { return Kept("inbox.speaker_detection") == 1; }));
+  EXPECT_EQ(Kept("inbox.auto_test"), 1);
+  EXPECT_EQ(Kept("misc.gps_antenna"), SystemMisc::ANT_STATE_NORMAL);
+  ASSERT_TRUE(RunUntil([this] { return Kept("inbox.auto_test") == 2; }));
+  EXPECT_EQ(Kept("inbox.speaker_detection"), 2);
+  EXPECT_EQ(Kept("misc.speaker_rear_right"), SystemMisc::SPEAKER_STATE_NORMAL);
+  EXPECT_EQ(Kept("misc.speaker_front_left"), SystemMisc::SPEAKER_STATE_OPEN) << "what is known stays";
+  EXPECT_THAT(sent_, ElementsAre("RadioAntStateChangeSignal(state=0)", "GpsAntStateChangeSignal(state=0)",
+                                 "DABAntStateChangeSignal(state=2)", "MicConnectStateChangeSignal(state=0)",
+                                 "SpeakerStateChangeSignal()", "SpeakerStateChangeSignal()",
+                                 "SpeakerStateChangeSignal()", "SpeakerStateChangeSignal()"));
+}
+
 TEST_F(SimulatedUnit, GoesOffAndWakesWithTheIgnition) {
   Set("power.power_off_delay", "0");
   Set("power.retain_acc", "1");
@@ -287,6 +309,13 @@ TEST_F(SimulatedUnit, DaylightSavingFollowsTheZoneAndItsSwitch) {
   Set("time.auto_dst", "on");
   EXPECT_EQ(now(), "14:30:05");
   EXPECT_EQ(Kept("time.dst"), 1);
+  const int32_t evening[] = {20, 15, 0};
+  sent_.clear();
+  EXPECT_THAT(Call("SetCurTime", g_variant_new("(@v)", build_variant_data(evening, sizeof evening))),
+              ElementsAre("OnDateInfoChangeSignal(type=1)"));
+  EXPECT_EQ(now(), "20:15:00");
+  EXPECT_EQ(std::get<std::string>(Get(*unit_, ValueNamed("time.date"))), "2024-07-01");
+  sync();
   Set("time.zone", "Africa/Casablanca");  // standard time is that of the summer there
   EXPECT_EQ(now(), "13:30:05");
   Set("time.zone", "78");
@@ -294,6 +323,21 @@ TEST_F(SimulatedUnit, DaylightSavingFollowsTheZoneAndItsSwitch) {
   EXPECT_EQ(Kept("time.dst"), 0);
   EXPECT_EQ(Kept("time.weekday"), 1);
   EXPECT_EQ(Kept("time.clock_reset_needed"), 0);
+}
+
+TEST_F(SimulatedUnit, ShowsUTCWhereItHasNoZone) {
+  unit_->Write(*FindValue("time.zone"), Scalar(int64_t{200}));  // as a damaged setting
+  const auto hour = [] {
+    const GLibPtr<GDateTime> utc(g_date_time_new_now_utc());
+    return std::string(GLibPtr<gchar>(g_date_time_format(utc.get(), "%H:")).get());
+  };
+  const std::string before = hour();
+  testing::internal::CaptureStderr();
+  models_->time.Boot(true);
+  EXPECT_EQ(testing::internal::GetCapturedStderr(),
+            "hlx-simulator: time zone 200: there is no such zone; the clock shows UTC\n");
+  EXPECT_THAT(std::get<std::string>(Get(*unit_, ValueNamed("time.time"))),
+              testing::AnyOf(StartsWith(before), StartsWith(hour())));
 }
 
 TEST_F(SimulatedUnit, ReadsASettingAgainBeforeItOverwritesIt) {
