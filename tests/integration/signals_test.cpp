@@ -28,6 +28,9 @@ constexpr char kMark[] = "OnPowerPreRadioOffNotify";  ///< signal and callback t
 constexpr const char* kProtocols[] = {"",         "raise",        "raise_gac", "raise_renault",
                                       "raise_vw", "raise_toyota", "raise_ford"};
 
+/// Events that also tell what another signal announces: a GAC box has switches and radars of the others.
+const std::set<std::string> kTellOthersToo = {"OnRaiseGacAcStateChange", "OnRaiseGacRadarInfoChange"};
+
 /// What a signal is sent with: extremes, and no two alike.
 GVariant* Extreme(char type, int index, bool high) {
   switch (type) {
@@ -140,7 +143,13 @@ class Signals : public testing::Test {
     if (signal != signal_) return;  // the clock
     ++events_;
     for (const EventArgument& argument : event.arguments) {
-      if (argument.value == nullptr || argument.value->announced.signal != std::string(signal->name)) continue;
+      if (argument.value == nullptr) continue;
+      told_.insert(argument.value);
+      if (argument.value->announced.signal != std::string(signal->name)) {
+        if (*argument.value->announced.signal == '\0') continue;
+        EXPECT_EQ(kTellOthersToo.count(event.callback), 1U) << event.callback << " tells " << argument.name;
+        continue;
+      }
       const int index = argument.value->announced.argument;
       if (index < 0 || argument.value->IsBit()) continue;
       // What the interface tells as unsigned is so: a remaining range of -1 is 4294967295.
@@ -172,11 +181,19 @@ class Signals : public testing::Test {
     std::map<Record, std::string> before = Bytes();
     signal_ = &signal;
     events_ = 0;
+    told_.clear();
     marked_ = false;
     Emit(signal.name, arguments);
     Emit(kMark, {});
     ASSERT_TRUE(RunUntil([this] { return marked_; }));
     signal_ = nullptr;
+    for (const Telling& telling : AnnouncedBy(signal)) {
+      const bool told =
+          told_.count(telling.value) == 1 || telling.argument < 0 || !IsMeant(*telling.value, sent_) ||
+          telling.value->reading.kind == Reading::Kind::kBits || telling.value->IsBit() ||
+          telling.value->FullName() == "misc.outside_degrees";  // the getter's; the event has the decimals
+      EXPECT_TRUE(told || events_ == 0) << "not told: " << telling.value->name;
+    }
     // Everything but the signal's own fields is as it was.
     std::map<Record, std::string> after = Bytes();
     for (const Telling& telling : AnnouncedBy(signal)) {
@@ -193,6 +210,7 @@ class Signals : public testing::Test {
   std::vector<Scalar> sent_;
   const Signal* signal_ = nullptr;  ///< under test
   int events_ = 0;
+  std::set<const Value*> told_;  ///< by these events
   bool marked_ = false;
   std::set<std::string> seen_;
 };

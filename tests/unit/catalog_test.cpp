@@ -4,6 +4,7 @@
 
 #include <cstring>
 #include <fstream>
+#include <map>
 #include <regex>
 #include <set>
 #include <sstream>
@@ -131,9 +132,13 @@ TEST(Catalog, HasAWordForEachEnumerator) {
 
 TEST(Catalog, RowsAreComplete) {
   Names names;
+  std::map<std::pair<Record, std::size_t>, std::string> signals;  // of a byte and of its bits it is the same one
   for (const Value& value : Values()) {
     SCOPED_TRACE(value.FullName());
     EXPECT_TRUE(names.insert(value.FullName()).second);
+    const auto field = std::pair(value.field.record, value.field.offset);
+    const std::string signal = value.announced.signal;
+    EXPECT_TRUE(!value.InRecord() || signals.emplace(field, signal).first->second == signal);
     EXPECT_TRUE(std::regex_match(value.name, std::regex("[a-z0-9]+(_[a-z0-9]+)*")));
     EXPECT_STRNE(value.label, "");
     EXPECT_STRNE(value.group, "");
