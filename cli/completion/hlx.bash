@@ -11,9 +11,9 @@ _hlx() {
   mapfile -t found < <("${words[0]}" complete -- "${words[@]:1}" 2>/dev/null)
   for line in "${found[@]}"; do
     if [[ $line == $'\tfiles' ]]; then
-      mapfile -t COMPREPLY < <(compgen -f -- "$current")
+      mapfile -t -O ${#COMPREPLY[@]} COMPREPLY < <(compgen -f -- "$current")
       compopt -o filenames
-      return
+      continue
     fi
     line=${line%%$'\t'*}
     COMPREPLY+=("${line#"$prefix"}")

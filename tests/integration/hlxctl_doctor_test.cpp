@@ -1,7 +1,11 @@
 // hlxctl doctor: each fault is named, by the check that is for it.
+#include <gio/gio.h>
+
 #include <functional>
 
+#include "dbus/GLibPtr.h"
 #include "tests/support/Hlxctl.h"
+#include "tests/support/MainContext.h"
 
 namespace {
 
@@ -23,6 +27,12 @@ shmid_ds State(int record) {
   return state;
 }
 
+void SetMode(int record, unsigned short mode) {
+  shmid_ds state = State(record);
+  state.shm_perm.mode = mode;
+  shmctl(Segments::Id(record), IPC_SET, &state);
+}
+
 void Shell(const std::string& command) { ASSERT_EQ(0, Execute({"sh", "-c", command}).code) << command; }
 
 class Doctor : public HlxctlTest {
@@ -30,6 +40,7 @@ class Doctor : public HlxctlTest {
   ~Doctor() override { setenv("PATH", path_.c_str(), 1); }
   const std::string path_ = getenv("PATH");
   std::unique_ptr<Process> other_;
+  std::unique_ptr<Process> third_;
 };
 
 TEST_F(Doctor, FindsNothingWrongWithASoundUnit) {
@@ -93,11 +104,11 @@ TEST_F(Doctor, NamesEachFault) {
        },
        "record", "failure: power: 40 bytes, mode 0666", 7},
       {[] {
-         shmid_ds state = State(1);
-         state.shm_perm.mode = 0444;
-         shmctl(Segments::Id(1), IPC_SET, &state);
+         shmctl(Segments::Id(0), IPC_RMID, nullptr);
+         EXPECT_NE(-1, shmget(static_cast<key_t>(HLX_SHM_POWER_DATA_KEY), 100, IPC_CREAT | 0666));
        },
-       "record", "warning: misc: 232 bytes, mode 0444", 0},
+       "record", "warning: power: 100 bytes, mode 0666", 7},
+      {[] { SetMode(1, 0444); }, "record", "warning: misc: 232 bytes, mode 0444", 0},
       {[] {
          auto* const power = static_cast<HLXSystemData::PowerShmData*>(shmat(Segments::Id(0), nullptr, 0));
          power->initialised = 0;
@@ -128,6 +139,11 @@ TEST_F(Doctor, NamesEachFault) {
          other_ = std::make_unique<Process>(Words{"/tmp/hmi", "60"});
        },
        "hmi", "ok: process ", 0},
+      {[this] {
+         third_ = std::make_unique<Process>(Words{"/tmp/hmi", "60"});
+       },
+       "hmi", "warning: processes ", 0},
+      {[] { setenv("PATH", "/nowhere", 1); }, "hmi", "warning: pidof finds no process named hmi", 7},
       {[] {
          Shell("mkdir -p /tmp/bin; ln -sf \"$(command -v pidof)\" \"$(command -v sh)\" /tmp/bin");
          setenv("PATH", "/tmp/bin", 1);
@@ -152,6 +168,83 @@ TEST_F(Doctor, NamesEachFault) {
         << diagnosis.dump(1);
     if (simulator_ != nullptr) simulator_->Signal(SIGCONT);
   }
+}
+
+TEST_F(Doctor, SaysThatThisUserMayNotLook) {
+  Start();
+  SetMode(1, 0);
+  const auto ctl = [](const std::string& line) {  // without the sandbox's one privilege
+    return Execute(Split("setpriv --reuid 65534 --inh-caps=-all --ambient-caps=-all " + (kTool + (" " + line))));
+  };
+  const json diagnosis = json::parse(ctl("doctor --json").out);
+  EXPECT_THAT(Findings(diagnosis, "record"), testing::Contains("failure: misc: Permission denied"));
+  EXPECT_EQ(3U, Findings(diagnosis, "values").size()) << diagnosis.dump(1);
+  EXPECT_THAT(ctl("get misc.car_speed").err,
+              HasSubstr("the misc record (shared memory 0xA8800082, 232 bytes) cannot be mapped: Permission denied"));
+}
+
+TEST_F(Doctor, NamesZonesWithoutAFile) {
+  if (!Execute({HLX_SOURCE_DIR "/scripts/sandbox", "--missing"}).out.empty())
+    GTEST_SKIP() << "no file can be hidden here";
+  const auto ctl = [](const std::string& line) {
+    return Execute(Split("setpriv --ambient-caps -all bwrap --dev-bind / / --tmpfs /usr/share/zoneinfo/Africa " +
+                         (kTool + (" " + line))));
+  };
+  EXPECT_THAT(Findings(json::parse(ctl("doctor --json").out), "zones"),
+              testing::ElementsAre(testing::StartsWith("warning: without a file: Africa/Casablanca (22), ")));
+  EXPECT_THAT(ctl("time zones").out, testing::AllOf(HasSubstr("   22  missing  Africa/Casablanca "),
+                                                    HasSubstr("\n6 zone files are missing on this machine.\n")));
+  const Result zones = ctl("time zones --json");
+  documents += "zones\t" + zones.out;
+  EXPECT_TRUE(json::parse(zones.out)[22]["utc_offset"].is_null());
+}
+
+/// A piece of the interface's description | what another service has there | what is said of it.
+constexpr char kOthers[] = R"(
+<method name="SetGammaValue"> | <method name="SetGamma"> | failure: SetGammaValue is missing
+<method name="SetGammaValue"><arg name="value" type="i" | <method name="SetGammaValue"><arg name="value" type="u" | failure: SetGammaValue is (u)(), not (i)()
+<signal name="AccStateChangeSignal"><arg name="isAccOn" type="b"/> | <signal name="AccStateChangeSignal"> | failure: AccStateChangeSignal is (), not (b)
+<method name="Reset"/> | <method name="Reset"/><method name="Sleep"/><signal name="Awake"/> | warning: it also has Sleep and Awake
+<interface name="com.vorn.linux.system"> | <interface name="com.vorn.linux.other"> | failure: /com/vorn/linux/systemservice does not have the interface com.vorn.linux.system)";
+
+TEST_F(Doctor, ComparesWhatTheServiceSaysOfItself) {
+  std::stringstream ours;
+  ours << std::ifstream(HLX_SOURCE_DIR "/dbus/com.vorn.linux.system.xml").rdbuf();
+  const GLibPtr<GDBusConnection> bus(g_bus_get_sync(G_BUS_TYPE_SESSION, nullptr, nullptr));
+  const auto names = [&bus](const char* method, GVariant* arguments) {
+    g_variant_unref(g_dbus_connection_call_sync(bus.get(), "org.freedesktop.DBus", "/", "org.freedesktop.DBus", method,
+                                                arguments, nullptr, G_DBUS_CALL_FLAGS_NONE, -1, nullptr, nullptr));
+  };
+  const auto diagnose = [] {
+    Process doctor({kTool, "doctor", "--json"});
+    EXPECT_TRUE(RunUntil([&doctor] { return doctor.Wait(Process::Seconds(0)) != Process::kRunning; }));
+    documents += "doctor\t" + doctor.Out();
+    return Findings(json::parse(doctor.Out()), "interface");
+  };
+  names("RequestName", g_variant_new("(su)", "com.vorn.linux.systemservice", 0U));
+  for (const auto& row : Rows(kOthers)) {
+    std::string xml = ours.str();
+    xml.replace(xml.find(row[0]), row[0].size(), row[1]);
+    GDBusNodeInfo* const node = g_dbus_node_info_new_for_xml(xml.c_str(), nullptr);
+    ASSERT_NE(nullptr, node) << row[0];
+    const guint object = g_dbus_connection_register_object(bus.get(), "/com/vorn/linux/systemservice",
+                                                           node->interfaces[0], nullptr, nullptr, nullptr, nullptr);
+    EXPECT_THAT(diagnose(), testing::ElementsAre(row[2]));
+    g_dbus_connection_unregister_object(bus.get(), object);
+    g_dbus_node_info_unref(node);
+  }
+  const auto refuse = [](GDBusConnection* connection, GDBusMessage* message, gboolean incoming, gpointer) {
+    if (incoming == FALSE || g_strcmp0(g_dbus_message_get_member(message), "Introspect") != 0) return message;
+    const GLibPtr<GDBusMessage> call(message);
+    const GLibPtr<GDBusMessage> answer(g_dbus_message_new_method_error_literal(message, "a.b.C", "not today"));
+    g_dbus_connection_send_message(connection, answer.get(), G_DBUS_SEND_MESSAGE_FLAGS_NONE, nullptr, nullptr);
+    return static_cast<GDBusMessage*>(nullptr);
+  };
+  const guint filter = g_dbus_connection_add_filter(bus.get(), refuse, nullptr, nullptr);
+  EXPECT_THAT(diagnose(), testing::ElementsAre(
+                              testing::MatchesRegex("warning: the service does not describe itself: .*not today")));
+  g_dbus_connection_remove_filter(bus.get(), filter);
+  names("ReleaseName", g_variant_new("(s)", "com.vorn.linux.systemservice"));
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 // hlxctl: help, documents and the check of packages.
 #include <regex>
 
+#include "cli/ManualPage.h"
 #include "tests/support/Hlxctl.h"
 
 namespace {
@@ -38,6 +39,31 @@ TEST_F(HlxctlTest, ChecksPackages) {
     EXPECT_EQ(std::string::npos, entry.path().string().find("/hlxctl-")) << "left behind";
   }
   for (int record = 0; record < 4; ++record) EXPECT_EQ(-1, Segments::Id(record));
+}
+
+TEST_F(HlxctlTest, ChecksPackagesWithTheBoardsVersion) {
+  ASSERT_EQ(0, Execute({HLX_SOURCE_DIR "/tests/packages/make-packages", "/tmp/board"}).code);
+  std::filesystem::create_directories("/app/etc");
+  std::filesystem::copy_file("/tmp/board/unit-version.conf", "/app/etc/sys_version.conf");
+  const auto configure = [](const std::string& changes) {
+    Execute(
+        {"sh", "-c", "sed '" + changes + "' " HLX_SOURCE_DIR "/platform/host/platform.conf.sample >/tmp/board.conf"});
+  };
+  setenv("HLX_HOST_CONFIG", "/tmp/board.conf", 1);
+  configure("s/enable_auto_hw_version=false/enable_auto_hw_version=true/");
+  const Result early = Ctl("update check /tmp/board/good");
+  EXPECT_EQ(kExitNoService, early.code);
+  EXPECT_THAT(early.err, HasSubstr("hlxctl: the misc record "));
+  Start();
+  const json refused = CtlJson("update check /tmp/board/good", "check");
+  EXPECT_EQ(16, refused["code"]);  // there is no strap here
+  EXPECT_EQ(R"(unit "" = package "V1.0.3")", refused["checks"][5]["compared"]);
+  configure(
+      "s/enable_auto_hw_version=false/enable_auto_hw_version=true/; s/hw_version_compat=false/hw_version_compat=true/");
+  const json skipped = CtlJson("update check /tmp/board/good", "check");
+  EXPECT_EQ(true, skipped["ok"]);
+  EXPECT_EQ("/q4system/allow_hw_version_compat", skipped["checks"][5]["skipped_by"]);
+  EXPECT_THAT(Ctl("update check /tmp/board/good").out, HasSubstr("(/q4system/allow_hw_version_compat)\n"));
 }
 
 /// The examples in `text`: "    hlxctl get power.screen  # what it is", also behind a "$ " or a path, and the same of
@@ -110,6 +136,17 @@ TEST_F(HlxctlTest, ManualIsWhatTheToolSays) {
   }
 }
 
+TEST(ManualPage, ShowsWhatRoffWouldTakeForItsOwn) {
+  CLI::App app("", "odd");
+  app.add_flag("--path", "C:\\new");
+  app.add_flag("--lines", ".so what\n'tis a line - of its own");
+  std::ofstream("/tmp/odd.1") << cli::ManualPage(app, {"odd 1", "odd texts", {}, {}});
+  const Result shown = Execute({"sh", "-c", "MANWIDTH=100 man -E UTF-8 -l -P cat /tmp/odd.1 2>&1"});
+  for (const char* const text : {" C:\\new.\n", " .so what 'tis a line - of its own.\n"}) {
+    EXPECT_THAT(shown.out, HasSubstr(text));
+  }
+}
+
 /// What stands on the command line | what may stand behind it, among others; "!" before what may not.
 constexpr char kCompletions[] = R"(
 hlxctl pow | power ; hlxctl  | status ; hlxctl  | doctor ; hlxctl  | !complete ; hlxctl power  | set ; hlxctl power  | reset
@@ -119,11 +156,13 @@ hlxctl get power.acc misc.c | misc.can_box ; hlxctl --json get power.scr | power
 hlxctl --color  | always ; hlxctl monitor  | time ; hlxctl monitor power --timeout  | !power ; hlxctl power --js | --json
 hlxctl wait-for power.scre | power.screen= ; hlxctl wait-for power.screen=o | off ; hlxctl wait-for OnAcc | OnAccStateChange
 hlxctl call SetGamma | SetGammaValue ; hlxctl listen Acc | AccStateChangeSignal ; hlxctl record /etc/local | /etc/localtime
-hlxctl names gam | !gamma ; hlxctl moon  | !status
+hlxctl names gam | !gamma ; hlxctl -v pow | power ; hlxctl --moon pow | power ; hlxctl moon  | !status
 hlx-simulator re | reboot ; hlx-simulator  | !complete ; hlx-simulator --fr | --fresh ; hlx-simulator reboot -- | --cold
 hlx-simulator set power.scr | power.screen ; hlx-simulator set --silent power.screen  | off ; hlx-simulator get --r | --raw
 hlx-simulator emit AccSt | AccStateChangeSignal ; hlx-simulator calls --wait SetGam | SetGammaValue
-hlx-simulator fault signal AccSt | AccStateChangeSignal ; hlx-simulator run --log /etc/local | /etc/localtime)";
+hlx-simulator fault signal AccSt | AccStateChangeSignal ; hlx-simulator fault SetGam | SetGammaValue ; hlx-simulator fault ser | service
+hlx-simulator play city | city-drive ; hlx-simulator play /etc/local | /etc/localtime ; hlx-simulator play city-drive ci | !city-drive
+hlx-simulator run --log /etc/local | /etc/localtime)";
 
 TEST_F(HlxctlTest, CompletesInBash) {
   setenv("DBUS_SESSION_BUS_ADDRESS", "unix:path=/nowhere", 1);
@@ -145,15 +184,16 @@ TEST_F(HlxctlTest, CompletesInZsh) {
   // What zsh itself would bring.
   const std::string zsh =
       "_describe() { print -l -- ${(P)2}; }; compadd() { print -l -- $@; }; _files() { print files; }; ";
-  const auto complete = [&zsh](const std::string& words, const std::string& current) {
+  const auto complete = [&zsh](const std::string& words, const std::string& current, const char* tool = kTool) {
     return Execute({"zsh", "-fc",
-                    zsh + "words=(" + kTool + " " + words + "); CURRENT=" + current +
+                    zsh + "words=(" + tool + " " + words + "); CURRENT=" + current +
                         "; source " HLX_SOURCE_DIR "/cli/completion/_hlx"});
   };
   const Result verb = complete("doc", "2");
   EXPECT_EQ("doctor:Why does it not work: bus, service, records, machine\n", verb.out) << verb.err;
   EXPECT_THAT(complete("wait-for power.scre", "3").out, HasSubstr("power.screen=\n"));
   EXPECT_EQ("files\n", complete("record ''", "3").out);
+  EXPECT_THAT(complete("play city", "3", kSimulator).out, HasSubstr("city-drive:\nfiles\n"));
 }
 
 }  // namespace

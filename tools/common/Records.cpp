@@ -32,7 +32,7 @@ void* Map(const catalog::RecordInfo& record, int flags) {
   if (address != nullptr && reinterpret_cast<intptr_t>(address) != -1) return address;
   Missing(record, errno == ENOENT   ? "is not there: no service has made it"
                   : errno == EINVAL ? "is smaller than that: another version of the service has made it"
-                                    : std::strerror(errno));
+                                    : std::string("cannot be mapped: ") + std::strerror(errno));
 }
 
 /// The info client reads the unit's files and maps two records; the update client is made of it.

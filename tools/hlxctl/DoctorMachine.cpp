@@ -103,7 +103,8 @@ Findings CheckLog(Patient& /*patient*/) {
 Findings CheckHmi(Patient& /*patient*/) {
   const std::vector<std::string> pids = HmiProcesses();
   if (pids.empty()) {
-    return {{Health::kWarning, "no process is named hmi: nobody examines update packages", "name the application so"}};
+    return {{Health::kWarning, "pidof finds no process named hmi: nobody examines update packages",
+             "name the application so"}};
   }
   if (pids.size() == 1) return {{Health::kOk, "process " + pids[0] + " is the one that examines packages"}};
   return {{Health::kWarning, "processes " + Enumerate(pids) + " are named hmi; only " + pids[0] + " examines packages",
