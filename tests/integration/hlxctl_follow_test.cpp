@@ -28,6 +28,14 @@ TEST_F(HlxctlTest, MonitorsOverTheServicesEnd) {
   for (const char* const on : {"true", "false"}) Emit(std::string("AccStateChangeSignal ") + on);
   EXPECT_EQ(0, counted->Wait());
   EXPECT_THAT(counted->Out(), MatchesRegex("[0-9-]+ [0-9:.]+  power.acc  on\n[0-9-]+ [0-9:.]+  power.acc  off\n"));
+  const auto since = Begin("monitor power --since-start --count 1 --timeout 60");
+  const auto values = Begin("monitor power --values --count 1 --timeout 60 --json");
+  Emit("AccStateChangeSignal false");
+  EXPECT_EQ(0, since->Wait());
+  EXPECT_THAT(since->Out(), MatchesRegex(" +[0-9]+[.][0-9]{3}  power  OnAccStateChange  acc: off\n"));
+  EXPECT_EQ(0, values->Wait());
+  EXPECT_THAT(values->Out(), HasSubstr(R"("event":"OnAccStateChange","values":{"power.acc":{"value":0,"text":"off",)"));
+  documents += "monitor\t" + values->Out();
   EXPECT_THAT(Ctl("monitor power --count 1 --timeout 0.1").err, HasSubstr("the time is up: 0 of 1 events came"));
   EXPECT_EQ(kExitTimeUp, CtlJson("monitor power --count 1 --timeout 0.1", "failure")["code"]);
   for (const auto& [number, code] : {std::pair{SIGINT, kExitInterrupted}, {SIGTERM, kExitTerminated}}) {
@@ -92,6 +100,11 @@ TEST_F(HlxctlTest, Records) {
   Start();
   const auto recorder = Begin("record /tmp/capture.jsonl --interval 20");
   Emit("ScreenLightLevelChangedSignal 1 9");
+  auto* const power = static_cast<HLXSystemData::PowerShmData*>(shmat(Segments::Id(0), nullptr, 0));
+  power->initialised = 0;  // a service fills it anew
+  usleep(100000);
+  power->initialised = 1;
+  shmdt(power);
   EXPECT_EQ(0, Ctl("power set gamma 12").code);
   EXPECT_EQ(0, Ctl("wait-for power.gamma=12").code);
   usleep(100000);
@@ -116,7 +129,8 @@ TEST_F(HlxctlTest, GoesOnWhileTheUnitRestarts) {
   Start();
   const auto recorder = Begin("record /tmp/restart.jsonl --interval 1");
   const auto waiter = Begin("wait-for misc.car_speed=77");
-  Process screen({"script", "-qec", std::string(kTool) + " watch misc", "/dev/null"});
+  const std::string watch = std::string(kTool) + " watch misc";
+  Process screen({"script", "-qec", "stty rows 60 cols 200; echo $$ >/tmp/watch; exec " + watch, "/dev/null"});
   EXPECT_TRUE(screen.WaitForLine("Car speed"));
   for (const char* const how : {"--cold", "--acc", "--reset"}) {
     EXPECT_EQ(0, Execute({kSimulator, "reboot", how}).code) << how;
@@ -126,6 +140,15 @@ TEST_F(HlxctlTest, GoesOnWhileTheUnitRestarts) {
   EXPECT_EQ(0, waiter->Wait());
   EXPECT_THAT(waiter->Out(), HasSubstr("OnServiceLost"));
   EXPECT_TRUE(screen.WaitForLine("77"));
+  EXPECT_THAT(screen.Out(), testing::Not(HasSubstr("100 %")));
+  Emit("RaiseVWSteeringWheelAngelChangeSignal 0x84 0x0E");
+  EXPECT_TRUE(screen.WaitForLine("100 %"));  // which stands in no record
+  pid_t tool = 0;
+  std::ifstream("/tmp/watch") >> tool;
+  ASSERT_LT(0, tool);
+  kill(tool, SIGTERM);
+  EXPECT_EQ(0, screen.Wait());
+  EXPECT_THAT(screen.Out(), testing::EndsWith("\x1b[?25h\x1b[?1049l"));
   recorder->Signal(SIGINT);
   EXPECT_EQ(0, recorder->Wait()) << recorder->Err();
 }
@@ -164,7 +187,19 @@ TEST_F(HlxctlTest, EndsQuietlyWhenNobodyReads) {
                 testing::AnyOf("", MatchesRegex("hlxctl: (listening|waiting|recording|there is no) [^\n]*\n")))
         << line;
   }
-  EXPECT_EQ(kExitInternal, Execute({"sh", "-c", std::string(kTool) + " power >/dev/full"}).code);
+  for (const char* const line :
+       {"power >/dev/full", "get nothing --json >/dev/full", "power >&-", "get nothing --json >&-", "--help >&-"}) {
+    const Result result = Execute({"sh", "-c", std::string(kTool) + " " + line});
+    EXPECT_EQ(kExitInternal, result.code) << line;
+    EXPECT_THAT(result.err, HasSubstr("hlxctl: standard output: ")) << line;
+  }
+  Process screen(
+      {"script", "-qec", "trap '' HUP; " + std::string(kTool) + " watch misc; echo $? >/tmp/ended", "/dev/null"});
+  EXPECT_TRUE(screen.WaitForLine("Car speed"));
+  screen.Signal(SIGKILL);  // and its terminal
+  int code = -1;
+  for (int i = 0; i < 500 && !(std::ifstream("/tmp/ended") >> code); ++i) usleep(20000);
+  EXPECT_THAT(code, testing::AnyOf(kExitClosedPipe, kExitInternal));  // by what it notices first
 }
 
 }  // namespace

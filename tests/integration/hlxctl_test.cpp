@@ -71,6 +71,7 @@ TEST_F(HlxctlTest, SaysThatTheServiceOrARecordIsNotThere) {
   EXPECT_EQ(3, CtlJson("get power.acc", "failure")["code"]);
   for (int record = 0; record < 4; ++record) EXPECT_EQ(-1, Segments::Id(record));
   EXPECT_FALSE(std::filesystem::exists("/tmp/never"));
+  EXPECT_THAT(Ctl("time zones").out, HasSubstr("\nThe unit's zone is not known: there is no time record.\n"));
 
   setenv("DBUS_SESSION_BUS_ADDRESS", bus_.c_str(), 1);
   Start();
@@ -108,6 +109,7 @@ TEST_F(HlxctlTest, ObserversChangeNothing) {
   const json zones = CtlJson("time zones", "zones");
   ASSERT_EQ(79U, zones.size());
   EXPECT_EQ(19800, zones[41]["utc_offset"]);
+  EXPECT_EQ(true, zones[78]["current"]);
   EXPECT_THAT(Ctl("time zones").out, HasSubstr("*  78  +09:00  Asia/Tokyo"));
 }
 
@@ -147,7 +149,10 @@ constexpr char kWrong[] = R"(
 2 | wait-for OnAccStateChang | did you mean 'OnAccStateChange' ; 2 | wait-for power.acc=maybe | power.acc: 'maybe' is not allowed
 2 | watch | watch draws on a terminal ; 2 | listen AccStateChangSignal | there is no signal 'AccStateChangSignal'; did you mean 'AccStateChangeSignal'
 2 | call SetGamaValue 1 | did you mean 'SetGammaValue' ; 2 | call SetGammaValue | takes 1 arguments (i), not 0
-2 | call SetGammaValue 1.5 | value: '1.5' is no whole number ; 1 | record /nowhere/file | '/nowhere/file': No such file
+2 | call SetGammaValue 1.5 | value: '1.5' is no whole number ; 2 | call SetLogo -1 | nLogo: '-1' is no whole number from 0
+2 | call SetScreenLightLevel 1 256 | level: '256' is no whole number from 0 to 255
+2 | call SetCurDate 2024,,4 | dateInfo: '' is no whole number ; 2 | call SetScreenLightOn maybe | bLightOn: 'maybe' is not
+1 | record /nowhere/file | '/nowhere/file': No such file
 2 | help | did you mean '--help' ; 2 | power get screen | get comes first, as in "get power.acc" ; 2 | zones | 'time zones'
 2 | misc set drive_position left | did you mean 'misc set drive-position' ; 2 | name gamma | or 'names'
 0 | wait-for power.screen = on | 
@@ -172,6 +177,7 @@ TEST_F(HlxctlTest, NamesWhatIsWrong) {
   }
   EXPECT_EQ("ok\n", Execute({kTool, "time", "set", "zone", "New York"}).out);
   EXPECT_THAT(Ctl("misc set media \xff").err, HasSubstr("allowed: UTF-8 text"));
+  EXPECT_THAT(Ctl("call SetOnPSChange \xff").err, HasSubstr("PSValue: '\uFFFD' is not allowed; allowed: UTF-8 text"));
   EXPECT_THAT(Ctl("misc set media -- --json").out, HasSubstr("ok"));
   EXPECT_TRUE(simulator_->WaitForLine("call SetOnMediaInfoChange(MediaInfoValue='--json')"));
   EXPECT_EQ("power gamma 1", CtlJson("power set gamma 1", "command")["command"]);

@@ -177,11 +177,32 @@ TEST_F(HlxctlWalk, SendsEveryCommand) {
   }
 }
 
+TEST_F(HlxctlWalk, CallsEveryMethod) {
+  const std::map<char, Sample> samples = {{'b', {"on", 1}},
+                                          {'y', {"255", 255}},
+                                          {'i', {"-7", -7}},
+                                          {'u', {"0xFFFFFFFF", UINT32_MAX}},
+                                          {'s', {"-- Fünf", 0}}};
+  GDBusMethodInfo* const* const methods = com_vorn_linux_system_interface_info()->methods;
+  for (GDBusMethodInfo* const* method = methods; *method != nullptr; ++method) {
+    Words words = {"call", "--yes", (*method)->name};
+    Words expected;
+    for (GDBusArgInfo* const* info = (*method)->in_args; info != nullptr && *info != nullptr; ++info) {
+      const char type = *(*info)->signature;
+      words.push_back(type == 'v' ? "2024,-1,4294967295" : samples.at(type).word);
+      expected.push_back(type == 'v' ? RecordOnBus({2024, -1, -1}) : OnBus(type, samples.at(type)));
+    }
+    const std::string tuple = expected.empty() ? "" : expected[0] + (expected.size() == 1 ? "," : ", " + expected[1]);
+    EXPECT_EQ((*method)->out_args == nullptr ? "ok\n" : "ok: result=true\n", Ctl(words));
+    EXPECT_THAT(service_.TakeCalls(), testing::ElementsAre((*method)->name + (" (" + tuple + ")")));
+  }
+}
+
 /// A tool that listens, under a name that may examine packages: it hears what is told of a search, too.
-std::unique_ptr<Process> Listener(const char* format) {
+std::unique_ptr<Process> Listener(const char* verb, const char* option) {
   const std::string hmi = "/tmp/hmi";
   if (!std::filesystem::exists(hmi)) std::filesystem::create_symlink(kTool, hmi);
-  auto process = std::make_unique<Process>(Words{hmi, "monitor", format});
+  auto process = std::make_unique<Process>(Words{hmi, verb, option});
   for (int i = 0; i < 5000 && process->Err().find("listening") == std::string::npos; ++i) usleep(2000);
   return process;
 }
@@ -200,7 +221,7 @@ TEST_F(HlxctlWalk, PrintsEveryEvent) {
   for (const auto& [name, value] : {std::pair{"time.vehicle_24_hour", 1}, {"time.vehicle_zone", 9}}) {
     Store(*catalog::FindValue(name), int64_t{value});
   }
-  const auto monitor = Listener("--json");
+  const auto monitor = Listener("monitor", "--json");
   std::set<std::string> callbacks;
   std::istringstream lines;
   for (const char* const protocol : {"raise_gac", "raise_renault", "raise_ford"}) {
@@ -241,6 +262,45 @@ TEST_F(HlxctlWalk, PrintsEveryEvent) {
   }
   monitor->Signal(SIGINT);
   EXPECT_EQ(0, monitor->Wait());
+}
+
+TEST_F(HlxctlWalk, ListensToEverySignal) {
+  const auto listener = Listener("listen", "--json");
+  const auto reader = Listener("listen", "-v");
+  std::vector<json> expected;
+  for (const catalog::Signal& signal : catalog::Signals()) {
+    service_.Emit(signal.name, Arguments(signal));
+    json arguments = json::array();
+    for (const char* type = signal.arguments; *type != '\0'; ++type) {
+      const auto number = type - signal.arguments + 2;
+      arguments.push_back(*type == 'd'   ? json(static_cast<double>(number) + 0.5)
+                          : *type == 'b' ? json(true)
+                                         : json(number));
+    }
+    expected.push_back({{"signal", signal.name}, {"args", arguments}});
+  }
+  // What another service than ours may send.
+  service_.Emit("AccStateChangeSignal", "(byte 5,)");
+  expected.push_back({{"signal", "AccStateChangeSignal"}, {"args", {5}}, {"problem", "carries (y), not (b)"}});
+  service_.Emit("Other", "('Fünf', <[byte 0xFE, 0xFF, 0xFF, 0xFF]>, <[byte 7]>, <true>)");
+  expected.push_back(
+      {{"signal", "Other"}, {"args", {"Fünf", {-2}, {7}, true}}, {"problem", "no such signal in the interface"}});
+  EXPECT_TRUE(listener->WaitForLine("\"Other\""));
+  Words lines = Split(listener->Out(), '\n');
+  ASSERT_EQ(expected.size(), lines.size());
+  for (std::size_t i = 0; i < lines.size(); ++i) {
+    json line = json::parse(lines[i]);
+    line.erase("time");
+    line.erase("sender");
+    EXPECT_EQ(expected[i], line);
+  }
+  EXPECT_TRUE(reader->WaitForLine("  ScreenLightLevelChangedSignal  type=2, level=3"));
+  EXPECT_TRUE(reader->WaitForLine("  AccStateChangeSignal  isAccOn=5  carries (y), not (b)"));
+  EXPECT_TRUE(reader->WaitForLine("  Other  \"Fünf\", [-2], [7], true  no such signal in the interface"));
+  for (Process* const process : {listener.get(), reader.get()}) {
+    process->Signal(SIGINT);
+    EXPECT_EQ(0, process->Wait());
+  }
 }
 
 }  // namespace

@@ -55,8 +55,6 @@ GVariant* Read(char type, const std::string& text) {
       return g_variant_new_int32(Whole<gint32>(text));
     case 'u':
       return g_variant_new_uint32(Whole<guint32>(text));
-    case 'd':
-      return g_variant_new_double(std::get<double>(Parse(catalog::Decimal("", 1), text)));
     case 's':
       return g_variant_new_string(
           std::get<std::string>(Parse(catalog::Plain(catalog::Reading::Kind::kText), text)).c_str());
