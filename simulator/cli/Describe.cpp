@@ -6,6 +6,7 @@
 #include "catalog/Catalog.h"
 #include "cli/ManualPage.h"
 #include "simulator/control/Lists.h"
+#include "simulator/service/Faults.h"
 
 namespace {
 
@@ -64,9 +65,8 @@ Words Arguments(const std::string& verb, const Words& before) {
   }
   if (verb == "reboot") return {"--cold", "--acc", "--reset"};
   if (verb != "fault") return {kFiles};
-  if (!before.empty() && before.front() == "signal") return NamesOf("signal");
-  Words words = NamesOf("method");
-  words.insert(words.end(), {"list", "clear", "any", "signal", "service", "record", "segment"});
+  Words words = NextFaultWords(before);
+  if (before.empty()) words.insert(words.end(), {"list", "clear", "hang"});
   return words;
 }
 

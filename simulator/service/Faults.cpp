@@ -53,12 +53,33 @@ constexpr struct {
 
 const auto& TargetOf(On on) { return kTargets[static_cast<std::size_t>(on)]; }
 
+/// What the first word is about; any other word is a method's name.
+const auto& TargetNamed(const std::string& word) {
+  for (const auto& target : kTargets) {
+    if (word == target.word) return target;
+  }
+  return TargetOf(On::kCall);
+}
+
 Words WordsOf(On on) {
   Words words;
   for (const FaultForm& form : kForms) {
     if (form.on == on) words.emplace_back(form.word);
   }
   return words;
+}
+
+/// What may stand for the name.
+Words NamesFor(On on) {
+  Words names = {kAny};
+  if (on == On::kCall) {
+    for (const MethodRow& method : Methods()) names.emplace_back(method.method);
+  } else if (on == On::kSignal) {
+    for (const catalog::Signal& signal : catalog::Signals()) names.emplace_back(signal.name);
+  } else {
+    for (const catalog::RecordInfo& info : catalog::Records()) names.emplace_back(info.name);
+  }
+  return names;
 }
 
 /// The name in the catalogue's spelling.
@@ -120,15 +141,28 @@ std::string FormOf(const FaultForm& form) {
   return text + " " + form.word + (*form.takes == '\0' ? "" : " ") + form.takes;
 }
 
+Words NextFaultWords(const Words& before) {
+  const auto& target = before.empty() ? TargetOf(On::kCall) : TargetNamed(before[0]);
+  const std::size_t given = before.size() - (*target.word == '\0' ? 0 : 1);
+  Words words;
+  const auto add = [&words](const Words& more) { words.insert(words.end(), more.begin(), more.end()); };
+  if (target.has_name && given == 0) add(NamesFor(target.on));
+  if (before.empty()) {
+    for (const auto& other : kTargets) {
+      if (*other.word != '\0') words.emplace_back(other.word);
+    }
+  }
+  if (given == (target.has_name ? 1 : 0) || (target.may_be_every && given == 0)) add(WordsOf(target.on));
+  return words;
+}
+
 Fault ParseFault(const Words& words, unsigned int times) {
   if (words.empty()) throw BadValue("fault takes what is to go wrong; see hlx-simulator list faults");
   Fault fault;
   Words rest = words;
   if (words == Words{"hang"}) rest = {"service", "hang"};
-  for (const auto& target : kTargets) {
-    if (rest[0] == target.word) fault.on = target.on;
-  }
-  const auto& target = TargetOf(fault.on);
+  const auto& target = TargetNamed(rest[0]);
+  fault.on = target.on;
   if (*target.word != '\0') rest.erase(rest.begin());
   const Words kinds = WordsOf(fault.on);
   const bool every =

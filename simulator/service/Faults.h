@@ -50,6 +50,9 @@ catalog::View<FaultForm> FaultForms();
 /// "signal NAME delay MILLISECONDS"
 std::string FormOf(const FaultForm& form);
 
+/// What may stand next behind these words of `hlx-simulator fault`, for completion.
+std::vector<std::string> NextFaultWords(const std::vector<std::string>& before);
+
 /// From the words behind `hlx-simulator fault`; `times`: how often it strikes, 0 without end. @throws catalog::BadValue
 /// that says what is wrong and what would be right
 Fault ParseFault(const std::vector<std::string>& words, unsigned int times);

@@ -161,6 +161,9 @@ hlx-simulator re | reboot ; hlx-simulator  | !complete ; hlx-simulator --fr | --
 hlx-simulator set power.scr | power.screen ; hlx-simulator set --silent power.screen  | off ; hlx-simulator get --r | --raw
 hlx-simulator emit AccSt | AccStateChangeSignal ; hlx-simulator calls --wait SetGam | SetGammaValue
 hlx-simulator fault signal AccSt | AccStateChangeSignal ; hlx-simulator fault SetGam | SetGammaValue ; hlx-simulator fault ser | service
+hlx-simulator fault SetLogo  | hang ; hlx-simulator fault SetLogo hang  | !hang ; hlx-simulator fault service  | restart
+hlx-simulator fault segment  | power ; hlx-simulator fault segment  | missing ; hlx-simulator fault record misc  | garbage
+hlx-simulator fault signal any  | reorder ; hlx-simulator fault  | any ; hlx-simulator fault any  | !any
 hlx-simulator play city | city-drive ; hlx-simulator play /etc/local | /etc/localtime ; hlx-simulator play city-drive ci | !city-drive
 hlx-simulator run --log /etc/local | /etc/localtime)";
 
