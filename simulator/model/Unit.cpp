@@ -93,7 +93,7 @@ void Unit::Change(const Value& value, const Scalar& scalar) {
   if (*value.announced.signal == '\0') {
     for (const auto& written : observers_.written) written(value.FullName(), scalar);
   } else {
-    const Signal& signal = SignalNamed(value.announced.signal);
+    const Signal& signal = *FindSignal(value.announced.signal);
     std::vector<Scalar> arguments = ArgumentsFor(value, States());
     for (const Telling& telling : AnnouncedBy(signal)) {
       if (telling.argument < 0 || telling.value->InRecord()) continue;
