@@ -1,5 +1,6 @@
 #include "tools/hlx-panel/Access.h"
 
+#include <gio/gio.h>
 #include <sys/random.h>
 
 #include <algorithm>
@@ -37,6 +38,12 @@ std::string_view WithoutPort(std::string_view host) {
   return rest.empty() || (rest[0] == ':' && IsDigits(rest.substr(1))) ? host.substr(0, end) : std::string_view();
 }
 
+/// Whether a host is an address in numbers, as "192.0.2.1" or "[2001:db8::1]": nobody's DNS had a say in it.
+bool IsNumeric(const std::string& host) {
+  const bool brackets = host.size() > 2 && host.front() == '[' && host.back() == ']';
+  return g_hostname_is_ip_address((brackets ? host.substr(1, host.size() - 2) : host).c_str()) != FALSE;
+}
+
 std::string LowerCase(std::string_view text) {
   std::string lower(text);
   for (char& c : lower) c = c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
@@ -57,14 +64,14 @@ bool Equal(std::string_view one, std::string_view other) {
 Access::Access(std::string cookie_name, std::vector<std::string> allowed_hosts)
     : cookie_name_(std::move(cookie_name)), allowed_hosts_(std::move(allowed_hosts)), token_(RandomToken()) {
   for (std::string& host : allowed_hosts_) host = LowerCase(host);
-  allowed_hosts_.insert(allowed_hosts_.end(), {"127.0.0.1", "[::1]", "localhost"});
+  allowed_hosts_.emplace_back("localhost");
 }
 
 std::string Access::SetCookie() const { return cookie_name_ + "=" + token_ + "; Path=/; HttpOnly; SameSite=Strict"; }
 
 bool Access::IsHostAllowed(std::string_view host) const {
   const std::string name = LowerCase(WithoutPort(host));
-  return std::find(allowed_hosts_.begin(), allowed_hosts_.end(), name) != allowed_hosts_.end();
+  return IsNumeric(name) || std::find(allowed_hosts_.begin(), allowed_hosts_.end(), name) != allowed_hosts_.end();
 }
 
 bool Access::IsOwnOrigin(std::string_view origin, std::string_view host) {
