@@ -1,7 +1,9 @@
 #include "tools/common/Bus.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <fstream>
+#include <iterator>
 #include <utility>
 
 #include "tools/common/Failure.h"
@@ -10,6 +12,7 @@ namespace {
 
 constexpr char kBusName[] = "org.freedesktop.DBus";
 constexpr char kBusPath[] = "/org/freedesktop/DBus";
+constexpr char kProperties[] = "org.freedesktop.DBus.Properties";
 constexpr int kLifeMs = 2000;
 
 std::string Address() {
@@ -60,19 +63,31 @@ void Bus::RequireOwner() const {
 
 void Bus::RequireLife() const {
   GError* problem = nullptr;
-  const GLibPtr<GVariant> reply = Call(kServiceName, kServicePath, "org.freedesktop.DBus.Properties", "GetAll",
+  const GLibPtr<GVariant> reply = Call(kServiceName, kServicePath, kProperties, "GetAll",
                                        g_variant_new("(s)", kServiceInterface), kLifeMs, &problem);
   const GLibPtr<GError> owned(problem);
-  if (reply != nullptr) return;
+  if (IsAnswered(problem)) return;
   if (g_error_matches(problem, G_DBUS_ERROR, G_DBUS_ERROR_SERVICE_UNKNOWN) ||
       g_error_matches(problem, G_DBUS_ERROR, G_DBUS_ERROR_NAME_HAS_NO_OWNER)) {
     throw Failure(kExitNoService, "the system service is not on the session bus" + Address());
   }
-  if (problem->domain == G_IO_ERROR || g_error_matches(problem, G_DBUS_ERROR, G_DBUS_ERROR_NO_REPLY)) {
-    const unsigned pid = ProcessOf(kServiceName);
-    throw Failure(kExitNoService, "the system service does not answer: process " + std::to_string(pid) + " (" +
-                                      ProcessName(pid) + ") has its name and is silent");
-  }
+  const unsigned pid = ProcessOf(kServiceName);
+  throw Failure(kExitNoService, "the system service does not answer: process " + std::to_string(pid) + " (" +
+                                    ProcessName(pid) + ") has its name and is silent");
+}
+
+void Bus::AskForLife(GCancellable* cancel, GAsyncReadyCallback done, gpointer data) const {
+  g_dbus_connection_call(connection_.get(), kServiceName, kServicePath, kProperties, "GetAll",
+                         g_variant_new("(s)", kServiceInterface), nullptr, G_DBUS_CALL_FLAGS_NO_AUTO_START, kLifeMs,
+                         cancel, done, data);
+}
+
+bool IsAnswered(const GError* problem) {
+  if (problem == nullptr) return true;
+  if (problem->domain == G_IO_ERROR) return false;
+  constexpr int kNoAnswer[] = {G_DBUS_ERROR_SERVICE_UNKNOWN, G_DBUS_ERROR_NAME_HAS_NO_OWNER, G_DBUS_ERROR_NO_REPLY};
+  return std::none_of(std::begin(kNoAnswer), std::end(kNoAnswer),
+                      [problem](int code) { return g_error_matches(problem, G_DBUS_ERROR, code) != FALSE; });
 }
 
 std::string ProcessName(unsigned pid) {

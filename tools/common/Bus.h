@@ -29,6 +29,8 @@ class Bus {
   /// Asks the service for its properties, of which it has none: any answer is a sign of life.
   /// @throws Failure when there is no owner, or no answer within two seconds
   void RequireLife() const;
+  /// The same without waiting: `done` is called in the main loop.
+  void AskForLife(GCancellable* cancel, GAsyncReadyCallback done, gpointer data) const;
 
   /// A blocking call; `reply` is a tuple's type, or null. @throws what Failed() makes of a GError
   GLibPtr<GVariant> Call(const char* destination, const char* path, const char* interface, const char* method,
@@ -37,6 +39,9 @@ class Bus {
  private:
   GLibPtr<GDBusConnection> connection_;
 };
+
+/// Whether the service itself has answered a call that ended with `problem`, which is null for none.
+bool IsAnswered(const GError* problem);
 
 /// The name of a process, "hlx-simulator"; empty when there is none.
 std::string ProcessName(unsigned pid);

@@ -60,6 +60,7 @@ UnitState::UnitState(const Bus& bus, std::function<void()> changed, Heard heard)
 
 UnitState::~UnitState() {
   if (timer_ != 0) g_source_remove(timer_);
+  g_cancellable_cancel(cancel_.get());
 }
 
 void UnitState::Watch(bool somebody) {
@@ -78,17 +79,28 @@ void UnitState::Watch(bool somebody) {
       this);
 }
 
-/// Once; the library then hears every later owner of the service's name as well.
+/// Once; the library then hears every later owner of the service's name as well. It would wait for one that hangs, and
+/// the browsers with it, so a sign of life comes first.
 void UnitState::Listen() {
-  if (listening_ != nullptr || !there_) return;
+  if (listening_ != nullptr || !there_ || std::exchange(asking_, true)) return;
+  bus_.AskForLife(cancel_.get(), OnLife, this);
+}
+
+void UnitState::OnLife(GObject* connection, GAsyncResult* result, gpointer data) {
+  GError* problem = nullptr;
+  const GLibPtr<GVariant> reply(g_dbus_connection_call_finish(G_DBUS_CONNECTION(connection), result, &problem));
+  const GLibPtr<GError> owned(problem);
+  if (g_error_matches(problem, G_IO_ERROR, G_IO_ERROR_CANCELLED)) return;  // it is gone
+  UnitState& self = *static_cast<UnitState*>(data);
+  self.asking_ = false;
+  if (!IsAnswered(problem)) return;
   try {
-    bus_.RequireLife();
-    listening_ = std::make_unique<Events>(bus_,
-                                          std::vector<catalog::Area>{catalog::Area::kPower, catalog::Area::kMisc,
-                                                                     catalog::Area::kTime, catalog::Area::kUpdate},
-                                          [this](const catalog::Event& event) { Hear(event); });
+    self.listening_ = std::make_unique<Events>(self.bus_,
+                                               std::vector<catalog::Area>{catalog::Area::kPower, catalog::Area::kMisc,
+                                                                          catalog::Area::kTime, catalog::Area::kUpdate},
+                                               [&self](const catalog::Event& event) { self.Hear(event); });
   } catch (const Failure&) {
-    // A service that has its name but not yet its records, or that hangs: tried again.
+    // A service that has its name but not yet its records: tried again.
   }
 }
 

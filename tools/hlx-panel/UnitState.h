@@ -56,6 +56,7 @@ class UnitState {
 
   void Look();
   void Listen();
+  static void OnLife(GObject* connection, GAsyncResult* result, gpointer self);
   void Hear(const catalog::Event& event);
   void Set(std::size_t index, catalog::Scalar scalar);
 
@@ -68,6 +69,8 @@ class UnitState {
   bool there_ = false;
   std::unique_ptr<ServiceWatch> service_;
   std::unique_ptr<Events> listening_;
+  bool asking_ = false;
+  GLibPtr<GCancellable> cancel_{g_cancellable_new()};
   unsigned looks_ = 0;
   unsigned timer_ = 0;
 };
