@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "dbus/GLibPtr.h"
+#include "tools/common/Failure.h"
 
 namespace {
 
@@ -39,6 +40,11 @@ std::string Header(SoupServerMessage* message, const char* name) {
 void Refuse(SoupServerMessage* message, guint status, const std::string& text) {
   soup_server_message_set_status(message, status, nullptr);
   soup_server_message_set_response(message, "text/plain; charset=utf-8", SOUP_MEMORY_COPY, text.data(), text.size());
+}
+
+[[noreturn]] void FailToListen(GError* problem) {
+  const GLibPtr<GError> owned(problem);
+  throw std::runtime_error(std::string("cannot listen: ") + problem->message);
 }
 
 }  // namespace
@@ -76,24 +82,22 @@ void Server::Listen(const Options& options) {
   GError* problem = nullptr;
   gboolean listening = FALSE;
   if (options.address.empty()) {
-    // Both loopback addresses on one port; ::1 is not everywhere.
     listening = soup_server_listen_local(server_.get(), options.port, SOUP_SERVER_LISTEN_IPV4_ONLY, &problem);
   } else {
     const GLibPtr<GSocketAddress> address(g_inet_socket_address_new_from_string(options.address.c_str(), options.port));
-    if (address == nullptr) throw std::runtime_error("'" + options.address + "' is not an IP address");
+    if (address == nullptr) throw Failure(kExitUsage, "'" + options.address + "' is not an IP address");
     listening = soup_server_listen(server_.get(), address.get(), static_cast<SoupServerListenOptions>(0), &problem);
   }
-  if (listening == FALSE) {
-    const GLibPtr<GError> owned(problem);
-    throw std::runtime_error("cannot listen on port " + std::to_string(options.port) + ": " + problem->message);
-  }
+  if (listening == FALSE) FailToListen(problem);
   GSList* const uris = soup_server_get_uris(server_.get());
   port_ = static_cast<std::uint16_t>(g_uri_get_port(static_cast<GUri*>(uris->data)));
   if (!options.address.empty()) host_ = g_uri_get_host(static_cast<GUri*>(uris->data));
   g_slist_free_full(uris, reinterpret_cast<GDestroyNotify>(g_uri_unref));
-  if (options.address.empty()) {
-    soup_server_listen_local(server_.get(), port_, SOUP_SERVER_LISTEN_IPV6_ONLY, nullptr);
-  }
+  if (!options.address.empty()) return;
+  // The other loopback address, which is not everywhere. Another program's there could be taken for the panel.
+  soup_server_listen_local(server_.get(), port_, SOUP_SERVER_LISTEN_IPV6_ONLY, &problem);
+  if (options.port != 0 && g_error_matches(problem, G_IO_ERROR, G_IO_ERROR_ADDRESS_IN_USE)) FailToListen(problem);
+  g_clear_error(&problem);
 }
 
 std::string Server::Address() const {
