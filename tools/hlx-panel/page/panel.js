@@ -64,7 +64,7 @@ connection.addEventListener("update", ({ detail }) => {
 connection.addEventListener("lost", () => {
   document.body.classList.add("stale");
   state("panel-state", "panel", "lost", false);
-  $("notice").textContent = "The panel's process is not there: values are as they were last known.";
+  $("notice").textContent = "The panel's process is not there: values are as they were last known. If it was started again, open the address that it printed.";
 });
 
 connection.open();
