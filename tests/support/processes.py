@@ -16,10 +16,13 @@ os.environ["HLX_HOST_CONFIG"] = str(SOURCE / "platform/host/platform.conf.sample
 
 def started(command, line):
     """The process, and the first line it prints that has `line` in it."""
+    def drain():  # a full pipe would stop it
+        with process.stdout:
+            process.stdout.read()
     process = subprocess.Popen(list(map(str, command)), stdout=subprocess.PIPE, text=True)
     for text in process.stdout:
         if line in text:
-            threading.Thread(target=process.stdout.read, daemon=True).start()  # a full pipe would stop it
+            threading.Thread(target=drain, daemon=True).start()
             return process, text
     raise RuntimeError(f"{command[0]} never said {line!r}")
 
