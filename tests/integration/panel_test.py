@@ -13,6 +13,7 @@ import unittest
 from selenium import webdriver
 from selenium.webdriver.chrome.service import Service
 from selenium.webdriver.common.by import By
+from selenium.webdriver.support.wait import WebDriverWait
 
 sys.path.insert(0, str(pathlib.Path(__file__).resolve().parents[1] / "support"))
 from processes import BUILD, PANEL, PATIENCE, SIMULATOR, ended, started, unit
@@ -83,6 +84,7 @@ class Panel(unittest.TestCase):
         cls.address = re.search(r"http://\S+", line).group()
         cls.page = browser()
         cls.page.get(cls.address)
+        WebDriverWait(cls.page, PATIENCE).until(lambda page: page.find_elements(By.CSS_SELECTOR, "#controls form"))
 
     @classmethod
     def tearDownClass(cls):
