@@ -3,4 +3,6 @@
 add_library(hlx_warnings INTERFACE)
 target_compile_options(hlx_warnings INTERFACE
   -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Wcast-qual -Wvla
-  -Wundef)
+  -Wundef
+  # g++ 13 and 14 take any reference that a function with a temporary argument returns for one into that argument.
+  $<$<COMPILE_LANG_AND_ID:CXX,GNU>:-Wno-dangling-reference>)

@@ -11,10 +11,11 @@
 /// (HLX_SHM_CREATE_BITS). The library maps for writing, too: a segment of 0444 is open to privileged processes
 /// (CAP_IPC_OWNER) only. A service whose applications are not privileged runs before them and makes all four with 0666.
 ///
-/// Filling a record. `initialised` is 0 in a fresh segment. Who finds 0 sets it to 1 and then fills in what is saved
-/// and configured; who finds another value changes nothing. The library does this in every client's construction. A
-/// service that fills a record itself writes its fields first and `initialised` last. The flag says who fills the
-/// record, not that the filling is finished: a reader that starts at the same moment may still find zeros.
+/// Filling a record. `initialised` is 0 in a fresh segment. Who finds 0, service or client, sets it to 1 first and then
+/// fills in what is saved and configured; who finds another value leaves the record to whom it belongs. The library
+/// does this in every client's construction. Its time client goes further: it writes the zone table, zone, date, time
+/// and daylight saving each time it is made. The flag says that somebody fills the record, not that the filling is
+/// finished: a reader that starts at the same moment may still find zeros.
 ///
 /// Writing a field. The service writes a field and then emits the signal that announces it. Other processes read at any
 /// moment, without a lock: write each field in one access of its size, texts from the end to the beginning, and do not
@@ -152,10 +153,10 @@ struct HLX_RECORD(MiscShmData) {
   uint8_t ac_state_bits;   /**< bit n for SystemMisc::ACState n */
   uint32_t air_blow_mode;  /**< SystemMisc::AirBlowMode */
   uint32_t air_blow_level;
-  double driver_position_temperature;    /**< degrees */
-  double copilot_position_temperature;   /**< degrees */
-  double environment_temperature;        /**< degrees outside */
-  uint8_t simple_air_mode_bits;          /**< bits 4 to 7 for SystemMisc::SimpleAirMode */
+  double driver_position_temperature;  /**< degrees */
+  double copilot_position_temperature; /**< degrees */
+  double environment_temperature;      /**< degrees outside */
+  uint8_t simple_air_mode_bits; /**< bits 4 to 7 for SystemMisc::SimpleAirMode; a Renault box has bits of its own */
   int8_t simple_environment_temperature; /**< whole degrees outside */
   uint8_t door_state_bits;               /**< bit n for SystemMisc::DoorState n */
   uint8_t reserved_107;

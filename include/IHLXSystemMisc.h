@@ -139,8 +139,8 @@ class HLX_API IHLXSystemMisc : public IHLXListener<IHLXSystemMiscListener> {
   /// @return degrees outside. Event: OnTempEnvironmentChange().
   virtual double GetEnvironmentTemperature() = 0;
   /// @param door number of the door, 0 to 7
-  /// @return 1 when the door is open, else 0, also for a number outside 0 to 7. Event: OnDoorStateChange() for doors 2
-  ///   to 7, none for 0 and 1.
+  /// @return 1 when the door is open, else 0, also for a number outside 0 to 7. Event: OnDoorStateChange(), which
+  ///   tells of doors 2 to 7; a change of 0 or 1 comes with none of them.
   virtual int GetDoorState(SystemMisc::DoorState door) = 0;
 
   /// @}

@@ -13,9 +13,9 @@
 ///
 /// Asking for this client has effects on the system: its construction makes the unit's zone the system's (it replaces
 /// /etc/localtime by a link to the zone's file), writes the zone back to the saved settings, and overwrites date, time
-/// and daylight saving in the shared record. Every process that asks for the client does so, once. When two start
-/// together, one of them may find the link made already; it logs that and goes on. Run such a process without TZ in its
-/// environment, which would go before the link.
+/// and daylight saving in the shared record. Every process that asks for the client does so, again after a release.
+/// When two start together, one of them may find the link made already; it logs that and goes on. Run such a process
+/// without TZ in its environment, which would go before the link.
 ///
 /// Getters read the shared time record without a lock; two read one after the other may come from different updates.
 /// Commands are blocking D-Bus calls on the caller's thread, see IHLXSystemPower, also about "Event". All functions may

@@ -32,16 +32,15 @@ static HLXPowerShmData* map_power_record(void) {
   return NULL;
 }
 
-/* 2. Its first filling. The values first, `initialised` last: nobody fills it after that, and what it holds stays when
- *    the service restarts. A real service takes the values from its saved settings. */
+/* 2. Its first filling. `initialised` first: nobody else fills it after that, and what it holds stays when the service
+ *    restarts. A real service takes the values from its saved settings. */
 static void fill_power_record(HLXPowerShmData* power) {
-  if (LOAD(power->initialised) != 0) return;
+  if (__atomic_exchange_n(&power->initialised, 1U, __ATOMIC_RELAXED) != 0) return;
   STORE(power->is_screen_on, 1U);
   STORE(power->is_acc_on, 1U);
   STORE(power->radio_on_state, 16U);
   STORE(power->_screen_day_level, (uint8_t)80);
   STORE(power->_screen_night_level, (uint8_t)35);
-  __atomic_store_n(&power->initialised, 1U, __ATOMIC_RELEASE);
 }
 
 /* 3. Commands arrive as GObject signals "handle-…" of the skeleton. Check, write the record, answer, announce: whoever

@@ -139,8 +139,7 @@ Control::Answer Control::List(GVariant* arguments, GDBusMethodInvocation* /*call
 }
 
 Control::Answer Control::Emit(GVariant* arguments, GDBusMethodInvocation* /*call*/) {
-  const std::string name = TextAt(arguments, 0);
-  const catalog::Signal& signal = SignalNamed(name);
+  const catalog::Signal& signal = SignalNamed(TextAt(arguments, 0));
   const GLibPtr<GVariant> array(g_variant_get_child_value(arguments, 1));
   simulator_.unit().Announce(signal, ScalarsOf(signal, Unboxed(array.get())));
   return nullptr;
