@@ -30,15 +30,8 @@ std::string Format(GVariant* value) {
 }
 
 double NumberOf(const Scalar& scalar) {
-  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return static_cast<double>(*whole);
-  const auto* const number = std::get_if<double>(&scalar);
-  return number == nullptr ? 0 : *number;
-}
-
-int64_t WholeOf(const Scalar& scalar) {
-  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return *whole;
-  const auto* const number = std::get_if<double>(&scalar);
-  return number == nullptr ? 0 : static_cast<int64_t>(*number + (*number < 0 ? -0.5 : 0.5));
+  const auto* const whole = std::get_if<int64_t>(&scalar);
+  return whole != nullptr ? static_cast<double>(*whole) : std::get<double>(scalar);
 }
 
 }  // namespace
@@ -49,10 +42,6 @@ Scalar ScalarOf(GVariant* value) {
       return int64_t{g_variant_get_byte(value)};
     case G_VARIANT_CLASS_BOOLEAN:
       return int64_t{g_variant_get_boolean(value)};
-    case G_VARIANT_CLASS_INT16:
-      return int64_t{g_variant_get_int16(value)};
-    case G_VARIANT_CLASS_UINT16:
-      return int64_t{g_variant_get_uint16(value)};
     case G_VARIANT_CLASS_INT32:
       return int64_t{g_variant_get_int32(value)};
     case G_VARIANT_CLASS_UINT32:
@@ -84,13 +73,13 @@ GVariant* VariantOf(const Scalar& scalar) {
 GVariant* VariantOf(const Scalar& scalar, char signature) {
   switch (signature) {
     case 'y':
-      return g_variant_new_byte(static_cast<guchar>(WholeOf(scalar)));
+      return g_variant_new_byte(static_cast<guchar>(std::get<int64_t>(scalar)));
     case 'b':
-      return g_variant_new_boolean(WholeOf(scalar) != 0 ? TRUE : FALSE);
+      return g_variant_new_boolean(std::get<int64_t>(scalar) != 0 ? TRUE : FALSE);
     case 'i':
-      return g_variant_new_int32(static_cast<gint32>(WholeOf(scalar)));
+      return g_variant_new_int32(static_cast<gint32>(std::get<int64_t>(scalar)));
     case 'u':
-      return g_variant_new_uint32(static_cast<guint32>(WholeOf(scalar)));
+      return g_variant_new_uint32(static_cast<guint32>(std::get<int64_t>(scalar)));
     default:
       return g_variant_new_double(NumberOf(scalar));
   }

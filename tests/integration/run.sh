@@ -53,11 +53,20 @@ done <<'END'
 2|stick: there is no directory /nowhere|insert /nowhere
 2|stick: / holds the unit's own /media|insert /
 END
+mkdir -m 0 locked
+expect 1 "stick: cp: .*Permission denied" -- sh -c '"$0" stick insert "$PWD/locked"' "$simulator"
 expect 1 "stick: /media is the machine's here" -- sh -c 'rm /media/.hlx-sandbox && "$0" stick remove' "$simulator"
 
 expect 0 '^Parked done$' --fresh --scenario parking -- sh -c '
   sleep 0.2; "$0" play parking --speed 0 --wait && "$0" status | sed -n "s/^label *//p; s/^state *//p" | sort | tr "\n" " " | sed "s/ $//"' "$simulator"
 expect 125 "there is no file and no scenario 'parkin'; did you mean parking" --scenario parkin -- true
+
+# What applications sent is in the log.
+service=com.vorn.linux.systemservice
+expect 0 '^\(\)$' --log called -- gdbus call --session -d $service -o /${service//.//} -m com.vorn.linux.system.SetLogo 5
+for log in calls.jsonl capture.jsonl; do
+  grep -qE '"call":"SetLogo","args":(\{"nLogo":5\}|\[5\]),"sender":":1' called/$log || fail "the call is not in $log: $(cat called/$log)"
+done
 
 # Signals are for the command, whose own answer to them counts.
 "$simulator" run -- sh -c 'trap "exit 5" USR1; touch ready; while :; do sleep 0.05; done' &

@@ -294,6 +294,9 @@ TEST_F(SimulatorTest, StartsAndStopsCleanly) {
   Process busless({"env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent", kSimulator});
   EXPECT_EQ(1, busless.Wait());
   EXPECT_THAT(busless.Err(), HasSubstr("hlx-simulator: cannot reach the session bus: "));
+  Process lost({"env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent", kSimulator, "get", "power.acc"});
+  EXPECT_EQ(1, lost.Wait());
+  EXPECT_THAT(lost.Err(), HasSubstr("hlx-simulator: cannot reach the session bus: "));
   ExpectEnd({"--mcu-version", std::string(256, 'x')}, 1, "another simulator");
   simulator_->Signal(SIGINT);
   EXPECT_EQ(0, simulator_->Wait());

@@ -291,6 +291,13 @@ TEST_F(SimulatedUnit, GoesOffAndWakesWithTheIgnition) {
   EXPECT_EQ(life_, "leave leave some arrive ");
   EXPECT_THAT(sent_, ElementsAre("AccStateChangeSignal(isAccOn=true)", "BatteryBootStateChangeSignal(isColdBoot=false)",
                                  "OnPowerWakeupTypeSignal(type=1)", "OnMcuBootTypeNotifySignal(reason=1)"));
+  sent_.clear();
+  EXPECT_THAT(Call("RequestPowerOffState", g_variant_new("(b)", TRUE)),
+              ElementsAre("ScreenStateChangeSignal(isScreenOn=true)", "RadioStateChangeSignal(state=16)"));
+  EXPECT_THAT(Call("RequestPowerOffState", g_variant_new("(b)", TRUE)), ElementsAre("OnPowerPreRadioOffNotify()"));
+  EXPECT_THAT(Call("ConfirmPreRadioOffState", g_variant_new("(i)", 1)),
+              ElementsAre("ScreenStateChangeSignal(isScreenOn=false)", "RadioStateChangeSignal(state=0)"));
+  EXPECT_EQ(InWords(ValueNamed("unit.state").reading(), Kept("unit.state")), "standby") << "and not off: ACC is on";
 }
 
 TEST_F(SimulatedUnit, DaylightSavingFollowsTheZoneAndItsSwitch) {
