@@ -4,24 +4,29 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <iterator>
 #include <sstream>
+#include <utility>
 
 namespace cli {
 
 namespace {
 
-/// Characters that roff would take for its own; what is not ASCII by its number.
+/// Characters that roff would take for its own, or show as others that look better and cannot be copied into a shell;
+/// what is not ASCII by its number.
 std::string Escaped(const std::string& text) {
+  constexpr std::pair<char, const char*> kSpecial[] = {{'\\', "\\e"},  {'-', "\\-"},   {'\'', "\\(aq"},
+                                                       {'`', "\\(ga"}, {'^', "\\(ha"}, {'~', "\\(ti"}};
   std::string escaped;
   const char* const start = text.c_str();
   for (const char* at = start; *at != '\0'; at = g_utf8_find_next_char(at, nullptr)) {
     const gunichar character = g_utf8_get_char(at);
-    if (character == '\\') {
-      escaped += "\\e";
-    } else if (character == '-') {
-      escaped += "\\-";
-    } else if ((character == '.' || character == '\'') && (at == start || at[-1] == '\n')) {
-      escaped.append("\\&") += *at;
+    const auto* const special = std::find_if(std::begin(kSpecial), std::end(kSpecial),
+                                             [at](const auto& candidate) { return candidate.first == *at; });
+    if (special != std::end(kSpecial)) {
+      escaped += special->second;
+    } else if (character == '.' && (at == start || at[-1] == '\n')) {
+      escaped += "\\&.";
     } else if (character < 0x80) {
       escaped += *at;
     } else {

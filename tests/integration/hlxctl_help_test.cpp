@@ -139,10 +139,10 @@ TEST_F(HlxctlTest, ManualIsWhatTheToolSays) {
 TEST(ManualPage, ShowsWhatRoffWouldTakeForItsOwn) {
   CLI::App app("", "odd");
   app.add_flag("--path", "C:\\new");
-  app.add_flag("--lines", ".so what\n'tis a line - of its own");
+  app.add_flag("--lines", ".so what\n'tis a line - of its `own' ~^");
   std::ofstream("/tmp/odd.1") << cli::ManualPage(app, {"odd 1", "odd texts", {}, {}});
   const Result shown = Execute({"sh", "-c", "MANWIDTH=100 man -E UTF-8 -l -P cat /tmp/odd.1 2>&1"});
-  for (const char* const text : {" C:\\new.\n", " .so what 'tis a line - of its own.\n"}) {
+  for (const char* const text : {" C:\\new.\n", " .so what 'tis a line - of its `own' ~^.\n"}) {
     EXPECT_THAT(shown.out, HasSubstr(text));
   }
 }

@@ -163,7 +163,7 @@ constexpr char kWrong[] = R"(
 2 | get | value is missing ; 2 | --colour always power | '--colour' is not known here; did you mean '--color'
 2 | monitor --count x | 'x' is not allowed; allowed: a number from 1 on
 2 | wait-for power.screen>on | none of which is more than another ; 0 | wait-for power.screen==on | 
-0 | wait-for power.power_off_delay>=20 |  ; 0 | wait-for time.date>2000-01-01 |  ; 6 | wait-for power.power_off_delay<=19 --timeout 0.1 | it is 20 s
+0 | wait-for power.power_off_delay>=20 |  ; 6 | wait-for power.power_off_delay>20 --timeout 0.1 | it is 20 s ; 0 | wait-for time.date>2000-01-01 |  ; 6 | wait-for power.power_off_delay<=19 --timeout 0.1 | it is 20 s
 2 | monitor --timeout 0 | '0' is not allowed; allowed: seconds ; 2 | update check /nowhere | '/nowhere': No such file)";
 
 TEST_F(HlxctlTest, NamesWhatIsWrong) {
