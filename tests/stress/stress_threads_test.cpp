@@ -156,21 +156,27 @@ TEST_F(Stress, StartsAndReleasesUnderFireLeaveNothingBehind) {
   std::atomic<bool> stop{false};
   // Searches, too, which call back on threads of their own: the stick has an update for the CAN box.
   ASSERT_EQ(Shell("mkdir -p /media/usbstorage0 && touch /media/usbstorage0/CAN.upg"), 0);
+  // A little ahead of what is dispatched, however busy the machine: else its backlog is what the heap's figure
+  // measures.
+  std::atomic<int> dispatched{0};
   std::thread fire([&] {
-    for (int i = 0; !stop; ++i) {
-      service.Emit(kSignal, Number(i));
-      if (i % 64 == 0) service.Emit("DetectValidUpdateFileNotifySignal", Number(1));
-      g_usleep(500);
+    for (int sent = 0; !stop; g_usleep(500)) {
+      if (sent >= dispatched + 20) continue;
+      service.Emit(kSignal, Number(sent));
+      if (sent++ % 16 == 0) service.Emit("DetectValidUpdateFileNotifySignal", Number(1));
     }
   });
-  const auto cycle = [](int times) {
+  const auto cycle = [&dispatched](int times) {
     for (int i = 0; i < times; ++i) {
       Listener listener;
       Results results;
       ASSERT_TRUE(HLX_StartSystemProxy());
       HLX_GetSystemPowerProxy()->AddListener(&listener);
       HLX_GetSystemUpdateProxy()->AddListener(&results);
-      EXPECT_TRUE(RunUntil([&] { return listener.heard > 0 && results.last == HLXUpdate::UPDATE_NOTIFY_CAN_FILE; }));
+      EXPECT_TRUE(RunUntil([&] {
+        ++dispatched;
+        return listener.heard > 0 && results.last == HLXUpdate::UPDATE_NOTIFY_CAN_FILE;
+      }));
       HLX_ReleaseSystemProxy();
     }
   };
@@ -190,8 +196,8 @@ TEST_F(Stress, StartsAndReleasesUnderFireLeaveNothingBehind) {
   const Held after;
   // A client's mapping of its record, a page, lasts until the process ends: of the power client one, of the info client
   // behind the update client two. Beside them the allocator's own.
-  const int64_t allowed_maps = 3 * cycles + 12;
-  const int64_t allowed_kilobytes = cycles / 4 + 768;  // it settles at some hundreds
+  const int64_t allowed_maps = 3 * cycles + 40;
+  const int64_t allowed_kilobytes = cycles / 4 + 512;  // it settles at some hundreds
   Print("start, events on both threads and release under fire: cycles", cycles);
   Print("cycles: more descriptors", after.descriptors - before.descriptors, AtMost(4));
   Print("cycles: more mappings", after.maps - before.maps, AtMost(allowed_maps));
