@@ -85,10 +85,11 @@ TEST_F(HlxctlTest, WaitsForValuesAndEvents) {
        {"CarSpeedChangeSignal 51", "RaiseVWSteeringWheelAngelChangeSignal 0x84 0x0E", "OnDateInfoChangeSignal 1"}) {
     Emit(line);
   }
+  for (Process* const process : {value.get(), told.get(), event.get()}) EXPECT_EQ(0, process->Wait());
   simulator_->Signal(SIGKILL);
   simulator_->Wait();
   Start();
-  for (Process* const process : {value.get(), told.get(), event.get(), back.get()}) EXPECT_EQ(0, process->Wait());
+  EXPECT_EQ(0, back->Wait());
   documents += "wait-for\t" + event->Out();
   EXPECT_EQ("{\"misc.car_speed\":{\"value\":51,\"text\":\"51\",\"unit\":null}}\n", value->Out());
   EXPECT_THAT(told->Out(), HasSubstr("OnRaiseVWSteeringWheelAngelChange  steering_angle: 100 %"));
