@@ -3,6 +3,7 @@
 #include <glib-unix.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
@@ -13,17 +14,20 @@
 
 namespace {
 
-/// Library and platform log through GLib. What they note on their way is for whoever asks; what is wrong is for
-/// everyone.
+/// Whether the field `key` begins with `start`.
+bool Begins(const GLogField* fields, gsize count, const char* key, const char* start) {
+  return std::any_of(fields, fields + count, [key, start](const GLogField& field) {
+    return std::strcmp(field.key, key) == 0 &&
+           std::strncmp(static_cast<const char*>(field.value), start, std::strlen(start)) == 0;
+  });
+}
+
+/// Library and platform log through GLib. What they note on their way is for whoever asks; what is wrong, with the
+/// platform's configuration and settings too, is for everyone.
 GLogWriterOutput WriteErrors(GLogLevelFlags level, const GLogField* fields, gsize count, gpointer /*data*/) {
-  if ((level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL)) == 0) {
-    for (gsize i = 0; i < count; ++i) {
-      if (std::strcmp(fields[i].key, "GLIB_DOMAIN") == 0 &&
-          std::strcmp(static_cast<const char*>(fields[i].value), "hlx-system-client") == 0) {
-        return G_LOG_WRITER_HANDLED;
-      }
-    }
-  }
+  const bool wrong = (level & (G_LOG_LEVEL_ERROR | G_LOG_LEVEL_CRITICAL)) != 0 ||
+                     ((level & G_LOG_LEVEL_WARNING) != 0 && Begins(fields, count, "CODE_FILE", "platform/"));
+  if (!wrong && Begins(fields, count, "GLIB_DOMAIN", "hlx-system-client")) return G_LOG_WRITER_HANDLED;
   return g_log_writer_default(level, fields, count, nullptr);
 }
 

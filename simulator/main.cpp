@@ -1,6 +1,7 @@
 /// hlx-simulator: the unit that is not there.
 #include <CLI/CLI.hpp>
 #include <algorithm>
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
 #include <exception>
@@ -31,6 +32,15 @@ constexpr char kFooter[] =
     "  hlx-simulator get inbox.source misc.doors   what applications sent, what the record holds\n"
     "  hlx-simulator calls --wait SetScreenLightOn --timeout 5";
 
+/// What is wrong with a text that is to be a time in seconds.
+std::string IsTime(const std::string& text) {
+  char* end = nullptr;
+  const double seconds = g_ascii_strtod(text.c_str(), &end);
+  const bool is_number = !text.empty() && *end == '\0';
+  return is_number && seconds > 0 && seconds <= 86400 ? ""
+                                                      : "'" + text + "' is no time above 0 and up to 86400 seconds";
+}
+
 struct CommandLine {
   CLI::App app{kAbout, "hlx-simulator"};
   UnitProcess::Options unit;
@@ -52,6 +62,7 @@ struct CommandLine {
   CommandLine() {
     app.footer(kFooter);
     app.require_subcommand(0, 1);
+    app.set_version_flag("--version", "hlx-simulator " HLX_VERSION, "Print the version");
     app.add_flag("--fresh", unit.fresh, "Remember nothing: cleared records, settings in a scratch file");
     app.add_option("--mcu-version", unit.mcu_version, "Version text of the MCU, at most 255 bytes")
         ->capture_default_str();
@@ -130,7 +141,7 @@ struct CommandLine {
         "and display stay. Its exit status is passed on; 124: the time was up; 125: the unit could not start; 126: "
         "the\n"
         "unit died before COMMAND did; 127: COMMAND cannot be started.");
-    verb->add_option("--timeout", run.timeout, "End COMMAND after so many seconds");
+    verb->add_option("--timeout", run.timeout, "End COMMAND after so many seconds, at most 86400")->check(IsTime);
     verb->add_option("--log", run.log, "Leave journal.log, calls.jsonl and capture.jsonl in this directory");
     verb->add_flag("--display", run.display, "COMMAND needs a display: say so when there is none");
     verb->add_flag(
@@ -201,7 +212,9 @@ int main(int argc, char** argv) {
     } catch (const CLI::ParseError& problem) {
       return line.app.exit(problem) == 0 ? 0 : kExitBadArgument;
     }
-    return line.RunVerb();
+    const int code = line.RunVerb();
+    if (std::fflush(stdout) == 0 && std::ferror(stdout) == 0) return code;
+    throw VerbError(kExitFailed, std::string("standard output: ") + std::strerror(errno));
   } catch (const VerbError& problem) {
     std::fprintf(stderr, "hlx-simulator: %s\n", problem.what());
     return problem.code;

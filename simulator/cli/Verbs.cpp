@@ -1,5 +1,6 @@
 #include "simulator/cli/Verbs.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
@@ -74,7 +75,7 @@ void SetVerb(const Words& words, bool silent) {
   for (const std::string& word : words) {
     if (word == "--silent") {
       silent = true;
-    } else {
+    } else if (word != "--") {
       given.push_back(Checked(word));
     }
   }
@@ -109,7 +110,8 @@ void GetVerb(const Words& words, const GetOptions& options) {
   if (options.json) std::puts(json.dump(2).c_str());
 }
 
-void EmitVerb(const Words& words) {
+void EmitVerb(Words words) {
+  words.erase(std::remove(words.begin(), words.end(), "--"), words.end());
   if (words.empty())
     throw VerbError(kExitBadArgument, "emit takes SIGNAL [ARGUMENT...]; see hlx-simulator list signals");
   VariantBuilder arguments(G_VARIANT_TYPE("av"));

@@ -17,7 +17,7 @@ struct GetOptions {
 void GetVerb(const Words& words, const GetOptions& options);
 
 /// SIGNAL ARGUMENT…
-void EmitVerb(const Words& words);
+void EmitVerb(Words words);
 
 /// Needs no running simulator. `kind`: "values" and so on, all when empty.
 void ListVerb(const std::string& kind, bool markdown);

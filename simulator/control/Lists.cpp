@@ -71,7 +71,8 @@ std::string Written(const catalog::Signal& signal) {
   for (const catalog::Telling& telling : AnnouncedBy(signal)) {
     if (telling.value->IsBit()) continue;
     text.append(text.empty() ? "" : ", ").append("`").append(telling.value->FullName()).append("`");
-    if (telling.argument < 0) text.append(" (set before)");
+    if (telling.argument < 0)
+      text.append(NamedValue{telling.value, nullptr}.IsSettable() ? " (set before)" : " (the unit's own)");
   }
   return text;
 }

@@ -61,7 +61,14 @@ const std::vector<StickKind>& StickKinds() {
   return kinds;
 }
 
-Stick::~Stick() { g_cancellable_cancel(cancel_.get()); }
+Stick::~Stick() {
+  g_cancellable_cancel(cancel_.get());
+  EndMaker();
+}
+
+void Stick::EndMaker() {
+  if (done_) g_subprocess_force_exit(maker_.get());
+}
 
 void Stick::Insert(const std::string& what, Done done) {
   NeedScratch();
@@ -74,6 +81,8 @@ void Stick::Insert(const std::string& what, Done done) {
 
 void Stick::Remove() {
   NeedScratch();
+  EndMaker();
+  if (!IsThere() && done_) return;
   if (!IsThere()) throw std::runtime_error("stick: there is none");
   fs::remove_all(kStick);
   unit_.Announce("OnPackageStateChangeNotify", HLXUpdate::UPDATE_PACKAGE_REMOVED);
@@ -82,10 +91,9 @@ void Stick::Remove() {
 
 void Stick::Make(const std::vector<std::string>& command) {
   GError* problem = nullptr;
-  const GLibPtr<GSubprocess> maker(
-      g_subprocess_newv(ArgumentsOf(command).data(), G_SUBPROCESS_FLAGS_STDERR_PIPE, &problem));
-  if (maker == nullptr) throw std::runtime_error(std::string("stick: ") + GLibPtr<GError>(problem)->message);
-  g_subprocess_communicate_utf8_async(maker.get(), nullptr, cancel_.get(), OnMade, this);
+  maker_.reset(g_subprocess_newv(ArgumentsOf(command).data(), G_SUBPROCESS_FLAGS_STDERR_PIPE, &problem));
+  if (maker_ == nullptr) throw std::runtime_error(std::string("stick: ") + GLibPtr<GError>(problem)->message);
+  g_subprocess_communicate_utf8_async(maker_.get(), nullptr, cancel_.get(), OnMade, this);
 }
 
 void Stick::OnMade(GObject* maker, GAsyncResult* result, gpointer self) {
@@ -99,7 +107,8 @@ void Stick::OnMade(GObject* maker, GAsyncResult* result, gpointer self) {
   const Done done = std::exchange(stick.done_, nullptr);
   const bool made = error == nullptr && g_subprocess_get_successful(G_SUBPROCESS(maker)) != FALSE;
   if (made) return done(stick.Mount());
-  done(std::string("stick: ") + (error != nullptr ? error->message : g_strchomp(said.get())));
+  const bool ended = g_subprocess_get_if_signaled(G_SUBPROCESS(maker)) != FALSE;
+  done(std::string("stick: ") + (error != nullptr ? error->message : ended ? "taken out" : g_strchomp(said.get())));
 }
 
 /// The problem; none when the new stick is where the unit looks.

@@ -30,15 +30,17 @@ class Stick {
   /// there. @throws BadValue for neither, std::runtime_error where /media is the machine's or a stick is being made
   void Insert(const std::string& what, Done done);
 
-  /// @throws std::runtime_error where /media is the machine's or there is no stick
+  /// Also ends the making of one. @throws std::runtime_error where /media is the machine's or there is no stick
   void Remove();
 
  private:
   void Make(const std::vector<std::string>& command);
+  void EndMaker();
   static void OnMade(GObject* maker, GAsyncResult* result, gpointer self);
   std::string Mount();
 
   Unit& unit_;
   Done done_;  ///< set while a stick is being made
+  GLibPtr<GSubprocess> maker_;
   GLibPtr<GCancellable> cancel_{g_cancellable_new()};
 };

@@ -127,6 +127,11 @@ TEST_F(Doctor, NamesEachFault) {
          setenv("HLX_HOST_CONFIG", "/tmp/unknown.conf", 1);
        },
        "configuration", "warning: unknown keys: /setting/default_time_zon", 0},
+      {[] {
+         Shell("mkfifo /tmp/pipe.conf");
+         setenv("HLX_HOST_CONFIG", "/tmp/pipe.conf", 1);
+       },
+       "configuration", "failure: configuration /tmp/pipe.conf: no regular file", 7},
       {[sample] {
          Shell("grep -v using_can_protocol " + sample + " >/tmp/missing.conf");
          setenv("HLX_HOST_CONFIG", "/tmp/missing.conf", 1);

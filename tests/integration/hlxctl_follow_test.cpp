@@ -121,6 +121,8 @@ TEST_F(HlxctlTest, Records) {
     EXPECT_THAT(text, HasSubstr(part));
   }
   CtlJson("record /tmp/capture.jsonl --timeout 0.1", "record");
+  EXPECT_EQ(0, Execute({"mkfifo", "/tmp/pipe.jsonl"}).code);
+  EXPECT_THAT(Ctl("record /tmp/pipe.jsonl").err, HasSubstr("'/tmp/pipe.jsonl': No such device or address"));
   const Result full = Ctl("record /dev/full");
   EXPECT_EQ(kExitInternal, full.code);
   EXPECT_THAT(full.err, HasSubstr("'/dev/full': No space left on device after 0 lines, which are kept"));

@@ -116,7 +116,7 @@ TEST_F(HlxctlTest, ObserversChangeNothing) {
 TEST_F(HlxctlTest, SaysThatTheServiceIsSilentOrWentAway) {
   Start();
   simulator_->Signal(SIGSTOP);
-  for (const char* const line : {"status", "power set gamma 1"}) {
+  for (const char* const line : {"status", "power set gamma 1", "monitor --timeout 3", "wait-for OnAccStateChange"}) {
     const Result result = Ctl(line);
     EXPECT_EQ(kExitNoService, result.code) << line;
     EXPECT_THAT(result.out + result.err, HasSubstr("(hlx-simulator) has its name and is silent"));

@@ -29,7 +29,6 @@ while IFS= read -r line; do
   case $line in scripts/* | cmake*) continue ;; esac
   eval "stdbuf -oL ${line%%  #*}" >>output 2>&1 </dev/null || fail "failed: $line"
   case $line in
-    hlx-simulator*'&'*) gdbus wait --session --timeout 30 com.vorn.linux.systemservice || fail "no service came" ;;
     *'# the screen is on' | *'# ACC off')
       for _ in $(seq 300); do
         ! grep -qxF "${line##*# }" output || continue 2

@@ -25,6 +25,9 @@ expect 2 "run takes -- COMMAND"
 expect 2 "there is no option --frsh" --frsh -- true
 expect 124 "run: 0.5 s are over" --timeout 0.5 -- sleep 60
 expect 124 "run: 1 s are over" --timeout 1 -- sh -c 'trap "" TERM; while :; do sleep 1; done'
+for time in nan 0 -1 inf 1e300 soon; do
+  expect 2 "'$time' is no time above 0 and up to 86400 seconds" --timeout "$time" -- true
+done
 expect 125 "nowhere/journal.log: No such file" --log /proc/nowhere -- true
 expect 125 "there is no display" --display -- true
 expect 126 "the unit has died" -- sh -c 'kill -9 $(pidof hlx-simulator | tr " " "\n" | sort -n | tail -1); sleep 60'
@@ -53,6 +56,7 @@ done <<'END'
 2|stick: there is no directory /nowhere|insert /nowhere
 2|stick: / holds the unit's own /media|insert /
 END
+expect 1 "stick: taken out" -- sh -c '"$0" stick insert /proc & sleep 0.5; "$0" stick remove && wait $!' "$simulator"
 mkdir -m 0 locked
 expect 1 "stick: cp: .*Permission denied" -- sh -c '"$0" stick insert "$PWD/locked"' "$simulator"
 expect 1 "stick: /media is the machine's here" -- sh -c 'rm /media/.hlx-sandbox && "$0" stick remove' "$simulator"

@@ -294,6 +294,14 @@ TEST_F(SimulatorTest, StartsAndStopsCleanly) {
   Process busless({"env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent", kSimulator});
   EXPECT_EQ(1, busless.Wait());
   EXPECT_THAT(busless.Err(), HasSubstr("hlx-simulator: cannot reach the session bus: "));
+  for (const char* const verb : {"get power.acc", "calls --json", "list"}) {
+    Call("SetLogo", "(uint32 1,)");
+    Process full({"sh", "-c", std::string(kSimulator) + " " + verb + " >/dev/full"});
+    EXPECT_EQ(1, full.Wait()) << verb;
+    EXPECT_EQ("hlx-simulator: standard output: No space left on device\n", full.Err()) << verb;
+  }
+  ExpectEnd({"--version"}, 0, "hlx-simulator ");
+  ExpectEnd({"set", "misc.driver_temperature", "--", "-5"}, 0, "");
   Process lost({"env", "DBUS_SESSION_BUS_ADDRESS=unix:path=/nonexistent", kSimulator, "get", "power.acc"});
   EXPECT_EQ(1, lost.Wait());
   EXPECT_THAT(lost.Err(), HasSubstr("hlx-simulator: cannot reach the session bus: "));
@@ -312,6 +320,13 @@ TEST_F(SimulatorTest, StartsAndStopsCleanly) {
   Call("ReleaseName", "('com.vorn.linux.systemservice',)", "org.freedesktop.DBus");
   ExpectEnd({"--mcu-version", std::string(256, 'x')}, 2,
             "--mcu-version: a text of 256 bytes does not fit, at most 255");
+  simulator_.reset();
+  std::ofstream("/tmp/typo.conf") << "[setting]\ndefault_screen_day_brightness=8O\n";
+  setenv("HLX_HOST_CONFIG", "/tmp/typo.conf", 1);
+  Start("--fresh");
+  EXPECT_THAT(simulator_->Err(), HasSubstr("/setting/default_screen_day_brightness=8O is no 32-bit number"));
+  EXPECT_EQ(0, simulator_->Terminate());
+  ForgetSegments();
   unsetenv("HLX_HOST_CONFIG");
   Start("--fresh");
   EXPECT_THAT(simulator_->Err(),

@@ -13,7 +13,7 @@ namespace {
 constexpr char kStrap[] = "/sys/devices/noc/noc:hwversion/hwversion";
 
 class Identity : public testing::Test {
- protected:
+ public:
   Identity() {
     fake::Reset();
     fake::Get().config["/setting/enable_auto_hw_version"] = "true";

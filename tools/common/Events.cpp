@@ -84,7 +84,7 @@ class Events::TimeSignals {
 
 Events::Events(const Bus& bus, const std::vector<Area>& areas, std::function<void(const catalog::Event&)> sink)
     : listener_(std::make_unique<catalog::EveryEvent>(std::move(sink))) {
-  bus.RequireOwner();
+  bus.RequireLife();  // the library would wait longer
   for (const Area area : areas) RequireRecords(area);
   const auto wanted = [&areas](Area area) { return std::find(areas.begin(), areas.end(), area) != areas.end(); };
   if (wanted(Area::kPower) || wanted(Area::kMisc) || wanted(Area::kUpdate)) {

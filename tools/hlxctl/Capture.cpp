@@ -27,8 +27,9 @@ constexpr int kFormatVersion = 1;
 class LineFile {
  public:
   explicit LineFile(const std::string& name)
-      : name_(name), fd_(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666)) {
+      : name_(name), fd_(open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC | O_NONBLOCK, 0666)) {
     if (fd_ < 0) throw Failure(kExitInternal, "'" + name + "': " + std::strerror(errno));
+    fcntl(fd_, F_SETFL, 0);  // that was for a pipe that nobody reads
   }
   LineFile(const LineFile&) = delete;
   LineFile& operator=(const LineFile&) = delete;

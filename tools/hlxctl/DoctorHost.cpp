@@ -38,6 +38,11 @@ Findings CheckConfiguration(Patient& /*patient*/) {
   const std::string path = host::ConfigFile();
   const GLibPtr<GKeyFile> file(g_key_file_new());
   GError* problem = nullptr;
+  struct stat status {};
+  if (stat(path.c_str(), &status) == 0 && !host::IsReadable(status)) {
+    return {{Health::kFailure, "configuration " + path + ": no regular file, or more than 1 MiB; no key is set",
+             "name the unit's configuration in HLX_HOST_CONFIG"}};
+  }
   if (g_key_file_load_from_file(file.get(), path.c_str(), G_KEY_FILE_NONE, &problem) == FALSE) {
     const GLibPtr<GError> owned(problem);
     return {{Health::kFailure, "configuration " + path + ": " + problem->message,
