@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <nlohmann/json.hpp>
 
+#include "cli/Printable.h"
 #include "cli/TimeStamp.h"
 #include "dbus/VariantBuilder.h"
 #include "simulator/cli/ControlClient.h"
@@ -102,9 +103,9 @@ void GetVerb(const Words& words, const GetOptions& options) {
                              ? JsonOf(value.scalar)
                              : JsonOf(text);
     } else if (areas) {
-      std::printf("%-32s %s\n", value.name.c_str(), text.c_str());
+      std::printf("%-32s %s\n", value.name.c_str(), Printable(text).c_str());
     } else {
-      std::puts(text.c_str());
+      std::puts(Printable(text).c_str());
     }
   }
   if (options.json) std::puts(json.dump(2).c_str());
@@ -207,7 +208,7 @@ void StatusVerb(bool json) {
   }
   for (const char* const text : {"state", "file", "label", "warning", "error"}) {
     const std::string said = status[text].get<std::string>();
-    if (!said.empty()) std::printf("%-10s %s\n", text, said.c_str());
+    if (!said.empty()) std::printf("%-10s %s\n", text, Printable(said).c_str());
   }
   std::printf("%-10s %.1f of %.1f s\n", "position", status["position"].get<double>(), status["length"].get<double>());
   std::printf("%-10s %s\n", "events", status["events"].dump().c_str());

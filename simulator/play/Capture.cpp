@@ -1,5 +1,9 @@
 // Captures: JSON lines, as `hlxctl record` and `hlx-simulator run --log` write them.
+#include <cmath>
+#include <cstdlib>
+#include <nlohmann/json.hpp>
 #include <utility>
+#include <vector>
 
 #include "simulator/model/SignalTable.h"
 #include "simulator/model/Values.h"
@@ -20,6 +24,25 @@ catalog::Scalar HeldIn(const NamedValue& named, const Located& value) {
   if (json.is_number() && is_numeric) return json.get<double>();
   if (json.is_string() && !is_numeric) return json.get<std::string>();
   return ParseFor(named, value.Text());
+}
+
+double NumberOf(const catalog::Scalar& scalar) {
+  const auto* const whole = std::get_if<int64_t>(&scalar);
+  return whole != nullptr ? static_cast<double>(*whole) : std::get<double>(scalar);
+}
+
+/// @throws BadValue where the record would hold something else
+void RequireFit(const catalog::Value& value, const catalog::Scalar& scalar) {
+  constexpr double kRounding = 0.01;
+  std::vector<double> record(catalog::InfoOf(value.field.record).size / sizeof(double) + 1);
+  StoreField(value, record.data(), scalar);
+  if (!value.reading.IsNumeric()) return;
+  const double wanted = NumberOf(scalar);
+  const double held = NumberOf(ReadField(value, record.data()));
+  if (!(std::abs(held - wanted) <= kRounding)) {
+    throw BadValue(value.FullName() + ": " + Compact(JsonOf(scalar)) + " would be " + Compact(JsonOf(held)) +
+                   " in the record");
+  }
 }
 
 class CaptureReader {
@@ -65,7 +88,9 @@ class CaptureReader {
       const NamedValue named = ValueNamed(name);
       if (named.value == nullptr) Throw(name + " stands in no record");
       if (value.kind == Located::Kind::kScalar && value.scalar.is_null()) continue;
-      Add(SetStep{named, HeldIn(named, value), true});
+      const catalog::Scalar held = HeldIn(named, value);
+      RequireFit(*named.value, held);
+      Add(SetStep{named, held, true});
     }
   }
 

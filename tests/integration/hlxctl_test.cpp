@@ -115,6 +115,9 @@ TEST_F(HlxctlTest, ObserversChangeNothing) {
 
 TEST_F(HlxctlTest, SaysThatTheServiceIsSilentOrWentAway) {
   Start();
+  EXPECT_EQ(0, Execute({kSimulator, "fault", "segment", "missing"}).code);
+  EXPECT_EQ(kExitNoService, CtlJson("status", "status")["code"]) << "no record";
+  EXPECT_EQ(0, Execute({kSimulator, "fault", "clear"}).code);
   simulator_->Signal(SIGSTOP);
   for (const char* const line : {"status", "power set gamma 1", "monitor --timeout 3", "wait-for OnAccStateChange"}) {
     const Result result = Ctl(line);

@@ -141,6 +141,12 @@ TEST_F(ScenariosTest, WhatIsWrongIsSaidWithItsPlaceAndTheUnitGoesOn) {
       {capture + "\n{\"t\":2}\n{\"t\":1.5}", ":3: t: 1.5 is before that of the line above"},
       {capture + "\n{\"t\":1,\"values\":{\"misc.dors\":1}}", ":2: there is no value 'misc.dors'"},
       {capture + "\n{\"t\":1,\"values\":{\"misc.car_speed\":\"fast\"}}", ":2: misc.car_speed: 'fast'"},
+      {capture + "\n{\"t\":1,\"values\":{\"misc.speakers\":1000000}}",
+       ":2: misc.speakers: 1000000 would be 64 in the record"},
+      {capture + "\n{\"t\":1,\"values\":{\"power.acc\":1.5}}", ":2: power.acc: 1.5 would be 2 in the record"},
+      {capture + "\n{\"t\":1,\"values\":{\"power.gamma\":1e30}}", ":2: power.gamma: 1e+30 would be"},
+      {capture + "\n{\"t\":1,\"values\":{\"time.date\":\"2024-99-99\"}}", ":2: "},
+      {capture + "\n{\"t\":1,\"values\":{\"misc.can_version\":\"" + deep + "\"}}", ":2: "},
       {capture + "\n{\"t\":1,\"values\":7}", ":2: values: an object is needed"},
       {capture + "\n{\"t\":1,\"signal\":\"CarSpeedChangeSignal\",\"args\":[", ":2: no JSON"},
       {R"({"format":"hlx-capture","version":9})", ":1: version: 1 is needed"}};

@@ -225,6 +225,8 @@ TEST_F(SimulatorTest, SettingsSurviveARestartAndEndWithTheFactoryReset) {
   ExpectEnd(all, 0, set);
   Call("SetOnPSChange", "('Radio 1',)");
   ExpectEnd({"get", "inbox.ps_text"}, 0, "Radio 1\n");
+  Call("SetOnPSChange", "('\\u001b[2JÄ\\u009b\\n',)");
+  ExpectEnd({"get", "inbox.ps_text"}, 0, "?[2JÄ??\n");
   Call("ResetFactoryMode");
   ExpectEnd(all, 0, factory);
   ExpectEnd({"get", "inbox.ps_text"}, 0, "\n");

@@ -123,15 +123,6 @@ std::string Output::Paint(const std::string& text, Tone tone) {
 
 void Output::Note(const std::string& text) { std::fprintf(stderr, "hlxctl: %s\n", ForLocale(Printable(text)).c_str()); }
 
-std::string Printable(const std::string& raw) {
-  gchar* const valid = g_utf8_make_valid(raw.data(), static_cast<gssize>(raw.size()));
-  std::string text = valid;
-  g_free(valid);
-  std::replace_if(
-      text.begin(), text.end(), [](unsigned char c) { return c < 0x20 || c == 0x7F; }, '?');
-  return text;
-}
-
 std::vector<std::string> Table::Lines() const {
   std::vector<std::size_t> widths;
   for (const auto& row : rows_) {

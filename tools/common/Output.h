@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "cli/Json.h"
+#include "cli/Printable.h"
 
 enum class Color { kAuto, kAlways, kNever };
 
@@ -59,6 +60,3 @@ class Table {
  private:
   std::vector<std::vector<Cell>> rows_;  ///< a single cell is a heading
 };
-
-/// What a terminal can show: valid UTF-8, and no control character that could steer it.
-std::string Printable(const std::string& raw);

@@ -13,6 +13,7 @@ namespace {
 
 constexpr char kLook[] = "Look";
 constexpr char kAreas[] = "Areas: values, and \"AREA set\" for commands";
+constexpr char kCommands[] = "Commands";
 constexpr char kFollow[] = "Follow";
 constexpr char kFind[] = "Find out";
 constexpr char kHidden[] = "";
@@ -170,7 +171,7 @@ std::string ExampleOf(const catalog::Command& command) {
 }
 
 void AddCommand(CLI::App& parent, Request& request, const catalog::Command& command) {
-  CLI::App* const app = parent.add_subcommand(command.name, command.help)->fallthrough();
+  CLI::App* const app = parent.add_subcommand(command.name, command.help)->fallthrough()->group(kCommands);
   for (const catalog::Parameter& parameter : command.Parameters()) {
     if (*parameter.otherwise != '\0') continue;  // what stays in the application's own process
     const auto take = [&request](const std::string& word) { request.words.push_back(word); };
@@ -191,11 +192,13 @@ void AddCommands(CLI::App& parent, Request& request, Area area, const std::strin
 }
 
 void AddZones(CLI::App& area, Request& request) {
-  Does(*area.add_subcommand("zones", "List the time zones and what their files say")->fallthrough(), request, Zones);
+  Does(*area.add_subcommand("zones", "List the time zones and what their files say")->fallthrough()->group(kLook),
+       request, Zones);
 }
 
 void AddCheck(CLI::App& area, Request& request) {
-  CLI::App& app = *area.add_subcommand("check", "Examine an update package, without a unit")->fallthrough();
+  CLI::App& app =
+      *area.add_subcommand("check", "Examine an update package, without a unit")->fallthrough()->group(kLook);
   app.add_option("DIR", request.file, "What would be the stick: update.zip, md5.txt")->required()->type_name("");
   Does(app, request, [](const Request& asked) { return CheckPackage(asked.file, asked.json); });
 }
@@ -207,7 +210,7 @@ void AddArea(CLI::App& app, Request& request, Ahead ahead) {
   app.require_subcommand(0, 1);
   if (!catalog::Commands(kArea).empty()) {
     AddTimeout(app, request, "Commands: wait so long for the answer, 25 s unless given");
-    CLI::App& set = *app.add_subcommand("set", "Send a command")->fallthrough();
+    CLI::App& set = *app.add_subcommand("set", "Send a command")->fallthrough()->group(kCommands);
     set.require_subcommand(1);
     if (word == nullptr || sets) {
       AddCommands(set, request, kArea, sets && ahead->size() > 1 ? word + 1 : nullptr,

@@ -111,6 +111,7 @@ int Status(const Request& request) {
   Warnings warnings;
   if (!service.problem.empty()) warnings.Add(service.problem);
   Json values = Json::object();
+  bool sees_records = false;
   Table table;
   const std::string process = service.process + " (process " + std::to_string(service.pid) + ")";
   table.Row({{"Service", Tone::kStrong},
@@ -124,6 +125,7 @@ int Status(const Request& request) {
       const catalog::Value& value = ValueNamed(name);
       const catalog::Scalar scalar = warnings.Read(value);
       values[name] = ToJson(value.reading, scalar);
+      sees_records = sees_records || !std::holds_alternative<std::monostate>(scalar);
       if (!text.empty()) text += ", ";
       text += value.reading.kind == catalog::Reading::Kind::kBits && !std::holds_alternative<std::monostate>(scalar)
                   ? FlagsOf(value)
@@ -135,10 +137,10 @@ int Status(const Request& request) {
   table.Row({{"CAN box", Tone::kStrong},
              protocol.empty() ? Cell("no protocol configured") : Cell("protocol " + Printable(protocol))});
   CheckExpectations(warnings);
-  const int code = service.problem.empty() ? kExitDone : kExitNoService;
+  const int code = service.problem.empty() && sees_records ? kExitDone : kExitNoService;
   if (request.json) {
     Json json = {{"ok", code == kExitDone}};
-    if (code != kExitDone) json.update({{"error", service.problem}, {"code", code}});
+    if (code != kExitDone) json.update({{"error", warnings.Texts()[0]}, {"code", code}});
     json["service"] = {{"process", service.process}, {"pid", service.pid}};
     json["can_protocol"] = protocol;
     json["values"] = values;
