@@ -166,7 +166,7 @@ TEST_F(UpdateOnTheBus, EveryPackageOfTheSet) {
 void Stick(std::vector<std::string> words, int code = 0, const std::string& problem = "") {
   words.insert(words.begin(), {kSimulator, "stick"});
   Process process(words);
-  EXPECT_EQ(process.Wait(), code) << process.Err();
+  EXPECT_EQ(process.Wait(Process::Seconds(120)), code) << process.Err();  // a bomb is packed for long
   EXPECT_THAT(process.Err(), testing::HasSubstr(problem));
 }
 
