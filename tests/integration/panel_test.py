@@ -167,8 +167,9 @@ class Panel(unittest.TestCase):
         for name, word in fields.items():
             field = part.find_element(By.NAME, name)
             self.page.execute_script("arguments[0].value = arguments[1]; arguments[0].dispatchEvent(new Event('change'))", field, word)
-        part.find_element(By.XPATH, f".//button[.='{button}']").click()
         said = part.find_element(By.CSS_SELECTOR, "output.said")
+        self.page.execute_script("arguments[0].textContent = ''", said)  # what was said before
+        part.find_element(By.XPATH, f".//button[.='{button}']").click()
         self.until(lambda: said.text, f"{title} is answered")
         return said.text
 
