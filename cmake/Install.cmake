@@ -36,7 +36,7 @@ endforeach()
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY examples/ packaging/dbus DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples
-        REGEX "/examples/CMakeLists.txt$" EXCLUDE)
+        REGEX "/examples/CMakeLists.txt$" EXCLUDE PATTERN "__pycache__" EXCLUDE)
 install(FILES platform/host/platform.conf.sample DESTINATION ${CMAKE_INSTALL_DOCDIR}/examples)
 if(HLX_BUILD_TOOLS)
   install(FILES packaging/systemd/hlx-simulator.service packaging/systemd/hlx-application@.service
