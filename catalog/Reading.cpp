@@ -110,6 +110,12 @@ std::string Quoted(const std::string& text) {
 
 }  // namespace
 
+double NumberIn(const Scalar& scalar) {
+  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return static_cast<double>(*whole);
+  if (const auto* const number = std::get_if<double>(&scalar)) return *number;
+  throw BadValue("a number is needed");
+}
+
 std::string InWords(const Reading& reading, const Scalar& value) {
   if (const auto* const text = std::get_if<std::string>(&value)) return *text;
   if (const auto* const number = std::get_if<double>(&value)) return Fixed(*number, reading.decimals);

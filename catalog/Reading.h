@@ -46,6 +46,9 @@ class BadValue : public std::invalid_argument {
   using std::invalid_argument::invalid_argument;
 };
 
+/// @throws BadValue where it holds no number
+double NumberIn(const Scalar& scalar);
+
 /// How a value reads. Made by the functions below; `In()` narrows what it may be set to.
 struct Reading {
   enum class Kind {

@@ -126,12 +126,6 @@ int64_t Nearest(const Field& field, double number) {
   return static_cast<int64_t>(std::clamp(std::round(number), lowest, highest));
 }
 
-double NumberIn(const Scalar& scalar) {
-  if (const auto* const whole = std::get_if<int64_t>(&scalar)) return static_cast<double>(*whole);
-  if (const auto* const number = std::get_if<double>(&scalar)) return *number;
-  throw BadValue("a number is needed");
-}
-
 const std::string& TextIn(const Scalar& scalar) {
   const auto* const text = std::get_if<std::string>(&scalar);
   if (text == nullptr) throw BadValue("a text is needed");

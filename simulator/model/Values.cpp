@@ -29,11 +29,6 @@ std::string Format(GVariant* value) {
   return text.get();
 }
 
-double NumberOf(const Scalar& scalar) {
-  const auto* const whole = std::get_if<int64_t>(&scalar);
-  return whole != nullptr ? static_cast<double>(*whole) : std::get<double>(scalar);
-}
-
 }  // namespace
 
 Scalar ScalarOf(GVariant* value) {
@@ -81,7 +76,7 @@ GVariant* VariantOf(const Scalar& scalar, char signature) {
     case 'u':
       return g_variant_new_uint32(static_cast<guint32>(std::get<int64_t>(scalar)));
     default:
-      return g_variant_new_double(NumberOf(scalar));
+      return g_variant_new_double(NumberIn(scalar));
   }
 }
 

@@ -26,19 +26,14 @@ catalog::Scalar HeldIn(const NamedValue& named, const Located& value) {
   return ParseFor(named, value.Text());
 }
 
-double NumberOf(const catalog::Scalar& scalar) {
-  const auto* const whole = std::get_if<int64_t>(&scalar);
-  return whole != nullptr ? static_cast<double>(*whole) : std::get<double>(scalar);
-}
-
 /// @throws BadValue where the record would hold something else
 void RequireFit(const catalog::Value& value, const catalog::Scalar& scalar) {
   constexpr double kRounding = 0.01;
   std::vector<double> record(catalog::InfoOf(value.field.record).size / sizeof(double) + 1);
   StoreField(value, record.data(), scalar);
   if (!value.reading.IsNumeric()) return;
-  const double wanted = NumberOf(scalar);
-  const double held = NumberOf(ReadField(value, record.data()));
+  const double wanted = catalog::NumberIn(scalar);
+  const double held = catalog::NumberIn(ReadField(value, record.data()));
   if (!(std::abs(held - wanted) <= kRounding)) {
     throw BadValue(value.FullName() + ": " + Compact(JsonOf(scalar)) + " would be " + Compact(JsonOf(held)) +
                    " in the record");

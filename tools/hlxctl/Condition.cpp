@@ -44,12 +44,8 @@ bool HasOrder(const catalog::Reading& reading) {
 }
 
 bool IsLess(const Scalar& one, const Scalar& other) {
-  const auto number = [](const Scalar& scalar) {
-    const auto* const whole = std::get_if<int64_t>(&scalar);
-    return whole != nullptr ? static_cast<double>(*whole) : std::get<double>(scalar);
-  };
   const auto* const text = std::get_if<std::string>(&one);
-  return text != nullptr ? *text < std::get<std::string>(other) : number(one) < number(other);
+  return text != nullptr ? *text < std::get<std::string>(other) : catalog::NumberIn(one) < catalog::NumberIn(other);
 }
 
 }  // namespace
