@@ -8,7 +8,8 @@
 ///
 /// What is expected of it: the command runs with LC_ALL=C, with nothing on its standard input and in a session of its
 /// own, so that it cannot ask at a terminal, as unzip does for passwords; and the result is what the command did, also
-/// in an application that ignores SIGCHLD. platform/Shell.h starts commands so. Nobody ends one: it must end by itself.
+/// in an application that ignores SIGCHLD. platform/Shell.h starts commands so, and not while the library looks for the
+/// process called `hmi`. Nobody ends one: it must end by itself.
 int HLX_ExecSystemCmd(const char* command, int flag);
 
 /// Non-zero when this power-up is a cold boot.

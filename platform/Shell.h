@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <mutex>
 #include <string>
 
 #include "platform/FileDescriptor.h"
@@ -35,6 +36,10 @@ struct Pipe {
     childs = OutOfTheWay(ends[1]);
   }
 };
+
+/// A process that is being started bears this one's name until its program runs. Whoever looks for processes by name
+/// holds this meanwhile: nothing is started then but by the same thread.
+inline std::recursive_mutex starting;
 
 /// Starts /bin/sh with `script`, whose "$1" is `command`: LC_ALL is C, standard input is /dev/null, the session is its
 /// own, signals are as a new program expects them. `given` becomes descriptor 3, `output` standard output (null: it
@@ -71,6 +76,7 @@ inline pid_t Start(const char* script, const char* command, const FileDescriptor
   const std::string whole_script = std::string("export LC_ALL=C; ") + script;
   const char* const arguments[] = {"/bin/sh", "-c", whole_script.c_str(), "/bin/sh", command, nullptr};
   pid_t pid = -1;
+  const std::lock_guard<std::recursive_mutex> until_the_program_runs(starting);
   errno = posix_spawn(&pid, arguments[0], &spawn.actions, &spawn.attributes, const_cast<char**>(arguments), environ);
   return errno == 0 ? pid : -1;
 }

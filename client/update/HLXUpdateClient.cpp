@@ -4,12 +4,14 @@
 
 #include <cstdio>
 #include <cstdlib>
+#include <mutex>
 #include <utility>
 
 #include "client/ChildProcess.h"
 #include "client/ipc/ClientIpcAdapter.h"
 #include "client/update/PackageSearch.h"
 #include "platform/HLXLog.h"
+#include "platform/Shell.h"
 
 HLX_LOG_SOURCE("client/update/HLXUpdateClient");
 
@@ -101,6 +103,7 @@ void HLXUpdateClient::OnMcuUpdateProgressNotify(unsigned int progress) {
 int HLXUpdateClient::GetProcessPidByName(const char* name) {
   char command[kPidofLimit + 1] = {};
   std::snprintf(command, sizeof command, "pidof %s", name);
+  const std::lock_guard<std::recursive_mutex> no_other_of_this_name(Shell::starting);
   const auto line = FirstLineOf(command, kPidofLimit);
   return !line || line->empty() ? -1 : std::atoi(line->c_str());
 }
