@@ -110,6 +110,13 @@ std::string Quoted(const std::string& text) {
 
 }  // namespace
 
+void RequireArity(const std::string& name, Arity takes, std::size_t given, const std::string& form) {
+  if (given >= takes.least && given <= takes.most) return;
+  const std::string least = takes.least == takes.most ? "" : std::to_string(takes.least) + " to ";
+  throw BadValue(name + " takes " + least + std::to_string(takes.most) +
+                 (takes.most == 1 ? " argument" : " arguments") + form + ", not " + std::to_string(given));
+}
+
 double NumberIn(const Scalar& scalar) {
   if (const auto* const whole = std::get_if<int64_t>(&scalar)) return static_cast<double>(*whole);
   if (const auto* const number = std::get_if<double>(&scalar)) return *number;

@@ -46,6 +46,14 @@ class BadValue : public std::invalid_argument {
   using std::invalid_argument::invalid_argument;
 };
 
+struct Arity {
+  std::size_t least;
+  std::size_t most;
+};
+
+/// @param form added to the text: what the arguments are. @throws BadValue "SetLogo takes 1 argument, not 2"
+void RequireArity(const std::string& name, Arity takes, std::size_t given, const std::string& form = "");
+
 /// @throws BadValue where it holds no number
 double NumberIn(const Scalar& scalar);
 

@@ -62,10 +62,7 @@ std::vector<Telling> AnnouncedBy(const Signal& signal) {
 
 void StoreArguments(const Signal& signal, const std::vector<Scalar>& arguments, const RecordSet& records) {
   const std::size_t count = std::strlen(signal.arguments);
-  if (arguments.size() != count) {
-    throw BadValue(std::string(signal.name) + " takes " + std::to_string(count) + " arguments, not " +
-                   std::to_string(arguments.size()));
-  }
+  RequireArity(signal.name, {count, count}, arguments.size());
   for (const Telling& telling : AnnouncedBy(signal)) {
     const Value& value = *telling.value;
     if (telling.argument < 0 || !value.InRecord() || value.IsBit() || !IsMeant(value, arguments)) continue;

@@ -6,6 +6,7 @@
 #include <cstring>
 #include <exception>
 
+#include "cli/Failure.h"
 #include "simulator/UnitProcess.h"
 #include "simulator/cli/ControlClient.h"
 #include "simulator/cli/Describe.h"
@@ -26,6 +27,7 @@ constexpr char kFooter[] =
     "    1  the unit cannot start or be reached, or something went wrong\n"
     "    2  a wrong command line, name or value\n"
     "  124  the time is up\n"
+    "  125, 126, 127  no unit, no COMMAND: see hlx-simulator run --help\n"
     "Examples:\n"
     "  hlx-simulator --fresh &                     a unit that remembers nothing\n"
     "  hlx-simulator set power.head_lights on      it is getting dark\n"
@@ -60,7 +62,7 @@ struct CommandLine {
   Words typed;
 
   CommandLine() {
-    app.footer(kFooter);
+    app.failure_message(FailureMessage);
     app.require_subcommand(0, 1);
     app.set_version_flag("--version", "hlx-simulator " HLX_VERSION, "Print the version");
     app.add_flag("--fresh", unit.fresh, "Remember nothing: cleared records, settings in a scratch file");
@@ -73,6 +75,7 @@ struct CommandLine {
     app.add_option("--scenario", unit.scenario)->group("");
     app.add_option("--ready-fd", unit.ready_fd)->group("");
     AddVerbs();
+    app.footer(kFooter);  // at last: the verbs need none of it
   }
 
   void AddVerbs() {
@@ -98,12 +101,15 @@ struct CommandLine {
     verb->add_option("--timeout", calls.seconds, "How long to wait, in seconds")->capture_default_str();
 
     verb = app.add_subcommand("reboot", "Restart the unit: the service goes and comes back");
-    verb->add_flag_callback(
-        "--cold", [this] { reboot = "cold"; }, "Power was cut: all records anew");
-    verb->add_flag_callback(
-        "--acc", [this] { reboot = "acc"; }, "ACC off and on (default): power and time anew");
-    verb->add_flag_callback(
-        "--reset", [this] { reboot = "reset"; }, "The reset key: all records anew");
+    std::vector<CLI::Option*> kinds;
+    for (const auto& [kind, meaning] : {std::pair("cold", "Power was cut: all records anew"),
+                                        {"acc", "ACC off and on (default): power and time anew"},
+                                        {"reset", "The reset key: all records anew"}}) {
+      auto* const flag = verb->add_flag_callback(
+          std::string("--") + kind, [this, kind = kind] { reboot = kind; }, meaning);
+      for (CLI::Option* const other : kinds) flag->excludes(other);
+      kinds.push_back(flag);
+    }
     AddFault();
     verb = app.add_subcommand("stick", "Insert an update stick, or take it out: insert DIRECTORY | KIND; remove");
     verb->add_option("words", stick, "What it holds: a directory, or a kind of list sticks; only inside run")
@@ -167,7 +173,18 @@ struct CommandLine {
     run.command.assign(end + 1, argv + argc);
   }
 
+  /// What is for the unit's start says nothing to a verb: it must not be thought to.
+  void RefuseUnitsOptions() const {
+    if (app.get_subcommands().empty()) return;
+    for (const CLI::Option* const option : app.get_options()) {
+      if (option->count() == 0) continue;
+      throw VerbError(kExitBadArgument, option->get_name() + " is for a unit that starts; options of " +
+                                            app.get_subcommands()[0]->get_name() + " stand behind it");
+    }
+  }
+
   int RunVerb() {
+    RefuseUnitsOptions();
     if (Is("complete")) return CompleteVerb(app, typed), 0;
     if (Is("manual")) return ManualVerb(app), 0;
     for (const char* const verb : {"run", "inside"}) {

@@ -20,10 +20,7 @@ const GDBusSignalInfo& InfoOf(const Signal& signal) {
 
 std::vector<Scalar> ScalarsOf(const Signal& signal, const std::vector<GLibPtr<GVariant>>& arguments) {
   const std::size_t count = std::strlen(signal.arguments);
-  if (arguments.size() != count) {
-    throw BadValue(std::string(signal.name) + " takes " + std::to_string(count) + " arguments, not " +
-                   std::to_string(arguments.size()));
-  }
+  RequireArity(signal.name, {count, count}, arguments.size());
   std::vector<Scalar> scalars;
   for (std::size_t i = 0; i < count; ++i) {
     const Reading reading = Widened(ReadingOf(signal, static_cast<int>(i)), signal.arguments[i]);

@@ -151,7 +151,7 @@ constexpr char kWrong[] = R"(
 2 | monitor powr | there is no 'powr'; did you mean 'power' ; 2 | wait-for power.acc | is a value: say what it should be ; 2 | wait-for power.acc!on | '!' alone
 2 | wait-for OnAccStateChang | did you mean 'OnAccStateChange' ; 2 | wait-for power.acc=maybe | power.acc: 'maybe' is not allowed
 2 | watch | watch draws on a terminal ; 2 | listen AccStateChangSignal | there is no signal 'AccStateChangSignal'; did you mean 'AccStateChangeSignal'
-2 | call SetGamaValue 1 | did you mean 'SetGammaValue' ; 2 | call SetGammaValue | takes 1 arguments (i), not 0
+2 | call SetGamaValue 1 | did you mean 'SetGammaValue' ; 2 | call SetGammaValue | takes 1 argument (i), not 0
 2 | call SetGammaValue 1.5 | value: '1.5' is no whole number ; 2 | call SetLogo -1 | nLogo: '-1' is no whole number from 0
 2 | call SetScreenLightLevel 1 256 | level: '256' is no whole number from 0 to 255
 2 | call SetCurDate 2024,,4 | dateInfo: '' is no whole number ; 2 | call SetScreenLightOn maybe | bLightOn: 'maybe' is not

@@ -189,7 +189,7 @@ class Protocol(unittest.TestCase):
                 ('"arguments" must be a list', '{"type":"command","area":"power","name":"screen"}'),
                 ('"arguments" must be texts', '{"type":"command","area":"power","name":"screen","arguments":[1]}'),
                 ("maybe", '{"type":"command","area":"power","name":"screen","arguments":["maybe"]}'),
-                ("screen takes 1 arguments, not 2", '{"type":"command","area":"power","name":"screen","arguments":["on","off"]}'),
+                ("screen takes 1 argument, not 2", '{"type":"command","area":"power","name":"screen","arguments":["on","off"]}'),
                 ("speed: 'fast' is no speed", '{"type":"unit","verb":"Play","arguments":["parking","fast"]}'),
                 ("parking", '{"type":"unit","verb":"Play","arguments":["parkin","1"]}'),
                 ("stick: there is none", '{"type":"unit","verb":"Stick","arguments":["remove"]}'),

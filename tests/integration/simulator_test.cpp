@@ -135,7 +135,9 @@ TEST_F(SimulatorTest, RefusesWhatIsWrongAndNamesIt) {
       {{"calls", "SetLogos"}, "there is no method 'SetLogos'; did you mean SetLogo"},
       {{"list", "things"}, "there is no kind 'thing'"},
       {{"reboot", "--warm"}, "--warm"},
-      {{"--loud"}, "--loud"}};
+      {{"reboot", "--cold", "--acc"}, "--cold excludes --acc"},
+      {{"--fresh", "get"}, "--fresh is for a unit that starts"},
+      {{"--loud"}, "hlx-simulator: The following argument was not expected: --loud; see hlx-simulator --help"}};
   for (const auto& [words, text] : commands) ExpectEnd(words, 2, text);
 }
 

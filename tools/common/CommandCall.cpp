@@ -61,11 +61,7 @@ std::vector<catalog::Scalar> ParseArguments(const catalog::Command& command, con
   const catalog::View<catalog::Parameter> parameters = command.Parameters();
   std::size_t needed = 0;
   while (needed < parameters.size() && *parameters[needed].otherwise == '\0') ++needed;
-  if (words.size() < needed || words.size() > parameters.size()) {
-    const std::string least = needed == parameters.size() ? "" : std::to_string(needed) + " to ";
-    throw std::invalid_argument(command.name + (" takes " + least) + std::to_string(parameters.size()) +
-                                " arguments, not " + std::to_string(words.size()));
-  }
+  catalog::RequireArity(command.name, {needed, parameters.size()}, words.size());
   std::vector<catalog::Scalar> scalars;
   for (std::size_t i = 0; i < words.size(); ++i) {
     try {

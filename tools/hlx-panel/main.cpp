@@ -5,6 +5,7 @@
 #include <cstdio>
 #include <exception>
 
+#include "cli/Failure.h"
 #include "tools/common/Failure.h"
 #include "tools/common/Loop.h"
 #include "tools/common/Output.h"
@@ -31,7 +32,9 @@ void OpenBrowser(const std::string& address) {
 int Run(int argc, char** argv) {
   CLI::App app(
       "Shows the head unit in a browser: what it says, what happens, and what applications send to a simulated one.\n"
-      "Looking changes nothing. Prints the address to open, with a token that only this machine's user should see.");
+      "Looking changes nothing. Prints the address to open, with a token that only this machine's user should see.",
+      "hlx-panel");
+  app.failure_message(FailureMessage);
   app.footer("Example: hlx-panel --port 8470 --open\nOn a unit: ssh -L 8470:127.0.0.1:8470 unit hlx-panel --port 8470");
   Server::Options options;
   bool open = false;

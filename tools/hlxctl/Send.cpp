@@ -74,10 +74,7 @@ int Call(const Request& request) {
   const GDBusMethodInfo& method = wire::MethodNamed(name);
   const std::string signature = wire::Signature(method.in_args);
   const std::size_t count = wire::Count(method.in_args);
-  if (request.words.size() - 1 != count) {
-    throw std::invalid_argument(name + " takes " + std::to_string(count) + " arguments " + signature + ", not " +
-                                std::to_string(request.words.size() - 1));
-  }
+  catalog::RequireArity(name, {count, count}, request.words.size() - 1, " " + signature);
   std::vector<GLibPtr<GVariant>> arguments;
   std::string what = name;
   for (std::size_t i = 0; i < count; ++i) {
