@@ -97,7 +97,7 @@ class CaptureReader {
   template <class What>
   void Add(What what) {
     if (script_.steps.size() == kMostSteps) Throw(kTooMany);
-    script_.steps.push_back({time_, line_, std::move(what)});
+    script_.Append(time_, line_, std::move(what));
   }
 
   Script& script_;

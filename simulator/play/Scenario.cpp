@@ -95,7 +95,7 @@ class ScenarioReader {
   template <class What>
   void Add(const Located& where, double time, What what) {
     if (script_.steps.size() == kMostSteps) Throw(where, kTooMany);
-    script_.steps.push_back({time, where.line, std::move(what)});
+    script_.Append(time, where.line, std::move(what));
   }
 
   void ReadSteps(const Located& steps) {
