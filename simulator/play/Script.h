@@ -37,8 +37,8 @@ struct RebootStep {
 };
 
 struct Step {
-  double time;  ///< seconds from the beginning
-  int line;
+  double time = 0;  ///< seconds from the beginning
+  int line = 0;
   std::variant<SetStep, EmitStep, FaultStep, ExpectStep, LabelStep, RebootStep> what;
 };
 
