@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <atomic>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -22,13 +21,9 @@
 #include <thread>
 #include <vector>
 
-#include "HLXListenerBase.h"
-#include "client/ChildProcess.h"
 #include "client/info/HLXInfoClient.h"
-#include "client/update/HLXUpdateClient.h"
 #include "client/update/PackageSearch.h"
 #include "tests/support/FakePlatform.h"
-#include "tests/support/Hmi.h"
 
 using namespace HLXUpdate;
 using testing::Contains;
@@ -307,28 +302,4 @@ TEST(UpdateWorker, AReleaseAndARemovalWaitForACallbackAndForNothingElse) {
   }
 }
 
-TEST(UpdateWorker, WhatIsBeingStartedMeanwhileIsNotTakenForTheHmi) {
-  struct : HLXUpdateListenerBase {
-    void OnDetectValidUpdateFileNotify(UpdateNotifyResult /*result*/) override { ++heard; }
-    int heard = 0;
-  } listener;
-  HLXUpdateClient client(nullptr, nullptr);
-  client.AddListener(&listener);
-  std::atomic<bool> stop{false};
-  const auto start = [&stop] {
-    while (!stop) FirstLineOf("echo", 1);
-  };
-  auto one = std::async(std::launch::async, start);
-  auto other = std::async(std::launch::async, start);
-  for (int i = 0; i < 100; ++i) client.OnAsyncDetectValidUpdateFileNotify(UPDATE_NOTIFY_REMOVED);
-  stop = true;
-  EXPECT_EQ(listener.heard, 100);
-}
-
 }  // namespace
-
-int main(int argc, char** argv) {
-  GoOnAsHmi(argv);
-  testing::InitGoogleMock(&argc, argv);
-  return RUN_ALL_TESTS();
-}
